@@ -37,7 +37,8 @@ enum {
   /* File name without directories, NUL-terminated: 260 characters of the width that code 14 tells.
    * A longer name keeps its last 259 characters, so that the extension survives. */
   kIoInfoFileName = 3,
-  /* `out` is NULL. 0: the handle is a structured storage (a compound file). Other: not a storage. */
+  /* `out` is NULL. 0: the handle is a structured storage (a compound file). Other: not a storage.
+   */
   kIoInfoIsStorage = 4,
   /* 16 bytes: class identifier of the storage in GUID memory layout. */
   kIoInfoClassId = 5,
@@ -64,7 +65,8 @@ typedef struct IOHandleOperations {
   int32_t (*read)(IOHandle* handle, void* buffer, uint32_t size, uint32_t* count);
   /* Not called by formatid; may be NULL. */
   int32_t (*reserved)(IOHandle* handle);
-  /* Moves the position. Before the start: failure. Past the end: success, and reads give 0 bytes. */
+  /* Moves the position. Before the start: failure. Past the end: success, and reads give 0 bytes.
+   * From the start the offset counts as unsigned, so that it reaches 4 GB. */
   int32_t (*seek)(IOHandle* handle, uint32_t origin, int32_t offset);
   /* Low 32 bits of the position in bytes. */
   int32_t (*tell)(IOHandle* handle, uint32_t* position);
@@ -93,8 +95,8 @@ enum {
   kIoSourceMemory = 3,
   /* IODescriptorSource. */
   kIoSourceDescriptor = 4,
-  /* Of a handle's own open operation: a stream and a sub-storage of a storage by name; the file as a
-   * ZIP package view and a member of a package view by path. */
+  /* Of a handle's own open operation: a stream and a sub-storage of a storage by name; the file as
+   * a ZIP package view and a member of a package view by path. */
   kIoSourceStorageStream = 11,
   kIoSourceSubStorage = 12,
   kIoSourcePackage = 39,
@@ -125,9 +127,9 @@ enum {
 };
 
 /*
- * Opens `source` for reading and stores the handle in `*handle` (NULL on failure). Only regular files
- * are opened: a path that names a fifo, a device, a socket or a directory gives kIoError without
- * being opened, so that nothing is disturbed and nothing waits. `mode` is reserved: pass 1.
+ * Opens `source` for reading and stores the handle in `*handle` (NULL on failure). Only regular
+ * files are opened: a path that names a fifo, a device, a socket or a directory gives kIoError
+ * without being opened, so that nothing is disturbed and nothing waits. `mode` is reserved: pass 1.
  *
  * The handle has 64-bit positions and keeps its own, so that tell, seek and getInfo cost no system
  * call. The caller closes it through its close operation. errno tells the cause of a failure.

@@ -13,6 +13,9 @@
 
 namespace fi {
 
+// What a program or probe answers when the file is not of its format; never a FormatId.
+inline constexpr uint16_t kNoMatch = 0;
+
 // What a byte read gives at end of data and on a read error; never a byte.
 inline constexpr uint32_t kEndOfData = 0xFFFF;
 
@@ -20,14 +23,14 @@ inline constexpr uint32_t kEndOfData = 0xFFFF;
 inline constexpr uint32_t kDefaultStreamBuffer = 2 * 1024;
 
 struct IdentificationStream {
-  int32_t remaining;   // bytes of the buffer not yet handed out; negative: a refill is due
-  uint32_t filled;     // valid bytes in the buffer
-  int64_t bufferPos;   // file offset of the buffer's first byte
-  const uint8_t* next; // the next byte to hand out
+  int32_t remaining;    // bytes of the buffer not yet handed out; negative: a refill is due
+  uint32_t filled;      // valid bytes in the buffer
+  int64_t bufferPos;    // file offset of the buffer's first byte
+  const uint8_t* next;  // the next byte to hand out
   IOHandle* handle;
-  void* block;         // the stream's allocation
+  void* block;  // the stream's allocation
   uint8_t* buffer;
-  uint32_t bufferSize; // bytes
+  uint32_t bufferSize;  // bytes
 };
 
 // Makes a stream over `handle`, which it takes to stand at the start of the file. Null when memory
@@ -52,8 +55,11 @@ inline int64_t IdStreamPosition(const IdentificationStream* stream) {
 
 // If `target` lies inside the buffer, makes it the next byte without touching the handle.
 inline bool IdStreamReposition(IdentificationStream* stream, int64_t target) {
-  if (target < stream->bufferPos || target - stream->bufferPos >= stream->filled) return false;
-  const auto offset = static_cast<uint32_t>(target - stream->bufferPos);
+  // Unsigned, so that a target before the buffer wraps to a distance beyond it.
+  const uint64_t distance =
+      static_cast<uint64_t>(target) - static_cast<uint64_t>(stream->bufferPos);
+  if (distance >= stream->filled) return false;
+  const auto offset = static_cast<uint32_t>(distance);
   stream->remaining = static_cast<int32_t>(stream->filled - offset);
   stream->next = stream->buffer + offset;
   return true;
@@ -73,13 +79,13 @@ int32_t IdStreamGetWordBE(IdentificationStream* stream);
 int32_t IdStreamGetDwordLE(IdentificationStream* stream, uint32_t* value);
 int32_t IdStreamGetDwordBE(IdentificationStream* stream, uint32_t* value);
 
-// A big-endian 32-bit word without a test for the end of data: a byte past the end sets its own place
-// and all higher bits to ones. For a caller that has made sure of the length.
+// A big-endian 32-bit word without a test for the end of data: a byte past the end sets its own
+// place and all higher bits to ones. For a caller that has made sure of the length.
 uint32_t IdStreamReadDwordBE(IdentificationStream* stream);
 
-// Reads a line of at most size - 1 bytes into `buffer`, without its end (LF, LF CR, CR, CR LF or end
-// of data), and terminates it with NUL. Returns its length; 0 for an empty line and at end of data.
-// The rest of a longer line is left for the next call.
+// Reads a line of at most size - 1 bytes into `buffer`, without its end (LF, LF CR, CR, CR LF or
+// end of data), and terminates it with NUL. Returns its length; 0 for an empty line and at end of
+// data. The rest of a longer line is left for the next call.
 uint32_t IdStreamGetLine(char* buffer, uint32_t size, IdentificationStream* stream);
 
 // Reads and drops `count` bytes. 0, or kEndOfData as soon as the data ends.

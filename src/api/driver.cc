@@ -1,0 +1,156 @@
+#include "api/driver.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "api/extension.h"
+#include "api/protected_formats.h"
+#include "engine/id_stream.h"
+#include "engine/interpreter.h"
+#include "engine/signature_walk.h"
+#include "platform/delimited_text.h"
+#include "platform/io.h"
+#include "probes/content/plain_text.h"
+#include "probes/storage/classifier.h"
+#include "probes/storage/message_class.h"
+#include "probes/storage/rights_management.h"
+
+namespace fi {
+namespace {
+
+// Bits of the behaviour word, option 338486.
+constexpr uint32_t kBehaviourText = 1;
+constexpr uint32_t kBehaviourDelimited = 2;
+
+// Formats whose probe decrypts, and reports beside the identifier how that went.
+constexpr FormatId kEncryptedPackage = 1819;
+constexpr FormatId kEncryptedArchive = 1834;
+
+using ClassId = std::array<uint8_t, kClassIdSize>;
+
+// Takes the behaviour from the flags and publishes it, or from the option. An option that is not
+// set, or cannot be read, allows nothing.
+uint32_t Behaviour(uint32_t flags) {
+  UTOptionSet* set = UTGetGlobalOptionSet();
+  uint32_t word = 0;
+  if ((flags & kFiUseFlags) != 0) {
+    if ((flags & kFiTextFallback) != 0) word |= kBehaviourText;
+    if ((flags & kFiDelimitedText) != 0) word |= kBehaviourDelimited;
+    if (set != nullptr) (void)UTSetOption(set, kUtOptionBehaviour, &word, sizeof(word));
+    return word;
+  }
+  uint32_t size = sizeof(word);
+  if (set == nullptr || UTGetOption(set, kUtOptionBehaviour, &word, &size) != 0) return 0;
+  return word;
+}
+
+bool ReadClassId(IOHandle* handle, ClassId& classId) {
+  ClassId answer{};
+  if (!io::GetInfo(handle, kIoInfoIsStorage, nullptr)) return false;
+  if (!io::GetInfo(handle, kIoInfoClassId, answer.data())) return false;
+  classId = answer;
+  return true;
+}
+
+void Rewind(IOHandle* handle) { (void)io::Seek(handle, kIoFromStart, 0); }
+
+// The identifier that stands for a class in class-only mode.
+std::optional<FormatId> KnownClass(const ClassId& classId) {
+  constexpr ClassId kMessage = {0x0B, 0x0D, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00,
+                                0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
+  constexpr ClassId kTemplate = {0x46, 0xF0, 0x06, 0x00, 0x00, 0x00, 0x00, 0x00,
+                                 0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
+  if (classId == kMessage) return FormatId{1143};
+  if (classId == kTemplate) return FormatId{1311};
+  if (classId == ClassId{}) return FormatId{kFormatUnknown};
+  return std::nullopt;
+}
+
+uint32_t IdentifyByClass(const SignatureRun& run, FormatId* idOut, FIEvidence* evidence) {
+  const std::optional<FormatId> known = KnownClass(run.classId);
+  if (!known.has_value()) return kFiUnknownClass;
+  *idOut = MapMessageClass(run.stream, *known);
+  evidence->basis = kFiBasisClass;
+  return kFiOk;
+}
+
+// Lets the sniffer look whether text is delimited.
+FormatId RefineDelimitedText(IdentificationStream* stream, FormatId id) {
+  CsvSniffer sniffer{};
+  if (InitCSV(&sniffer, stream, id) != 0) return id;
+  const bool delimited = IsCSV(&sniffer) == 1;
+  DeinitCSV(&sniffer);
+  return delimited ? sniffer.id : id;
+}
+
+FormatId FallBackToText(IdentificationStream* stream, uint32_t behaviour) {
+  const FormatId id = ClassifyPlainText(stream);
+  if (id == kFormatUnknown || (behaviour & kBehaviourDelimited) == 0) return id;
+  return RefineDelimitedText(stream, id);
+}
+
+// No signature claimed the file: the classifier, then the text fallback, then unknown.
+uint32_t IdentifyUnmatched(SignatureRun& run, uint32_t behaviour, FormatId* idOut,
+                           FIEvidence* evidence) {
+  if (run.isStorage && run.classifierRan == 0) {
+    const uint32_t result = ClassifyCompoundDocument(run.stream, run.extension.data(), idOut);
+    if (*idOut != kFormatUnknown && *idOut != kNoMatch) {
+      evidence->basis = kFiBasisContent;
+      return result;
+    }
+  }
+  *idOut = kFormatUnknown;
+  if (!run.isStorage && (behaviour & kBehaviourText) != 0) {
+    *idOut = FallBackToText(run.stream, behaviour);
+    if (*idOut != kFormatUnknown) evidence->basis = kFiBasisText;
+  }
+  Rewind(run.stream->handle);
+  return kFiOk;
+}
+
+// Passes the answer of a signature through the rules that apply to all of them.
+uint32_t FinishMatch(const SignatureRun& run, bool isProtected, uint32_t behaviour,
+                     FormatId* idOut) {
+  IOHandle* handle = run.stream->handle;
+  Rewind(handle);
+  if (isProtected) {
+    *idOut = ProtectedFormat(*idOut);
+  } else if ((*idOut == kEncryptedPackage || *idOut == kEncryptedArchive) &&
+             run.status != kFiPasswordNeeded) {
+    return run.status;
+  }
+  if (*idOut == kTextUtf8 && (behaviour & kBehaviourDelimited) != 0) {
+    if (const ScopedStream fresh(handle); fresh) *idOut = RefineDelimitedText(fresh.get(), *idOut);
+  }
+  return kFiOk;
+}
+
+}  // namespace
+
+uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvidence* evidence) {
+  FIEvidence unused{};
+  if (evidence == nullptr) evidence = &unused;
+  *evidence = {};
+  const ScopedStream stream(handle);
+  if (!stream) {
+    *idOut = kFormatUnknown;
+    return FI_NO_STREAM;
+  }
+  *idOut = kNoMatch;
+  SignatureRun run;
+  run.stream = stream.get();
+  const uint32_t behaviour = Behaviour(flags);
+  run.isStorage = ReadClassId(handle, run.classId);
+  run.extension = ReadExtension(handle);
+  const bool isProtected = run.isStorage && CheckDrmContentStream(run.stream);
+  if ((flags & kFiClassOnly) != 0) return IdentifyByClass(run, idOut, evidence);
+
+  const WalkResult match = WalkSignatures(run);
+  *idOut = match.id;
+  if (match.id == kNoMatch) return IdentifyUnmatched(run, behaviour, idOut, evidence);
+  *evidence = {BasisOfRow(match.row), match.row};
+  return FinishMatch(run, isProtected, behaviour, idOut);
+}
+
+}  // namespace fi

@@ -1,0 +1,43 @@
+#include "api/extension.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/io.h"
+
+namespace fi {
+namespace {
+
+constexpr size_t kKept = kExtensionSize - 1;
+
+char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+// Deliberate: a 16-bit character counts by its low byte, so that a Cyrillic extension folds to
+// unrelated bytes. Directory separators are not looked for.
+template <class Character>
+Extension ExtensionOf(IOHandle* handle) {
+  Extension extension{};
+  std::array<Character, kIoNameCapacity> name{};
+  if (!io::GetInfo(handle, kIoInfoFileName, name.data())) return extension;
+  name.back() = 0;
+  const auto end = std::find(name.begin(), name.end(), Character{0});
+  auto dot = end;
+  while (dot != name.begin() && *dot != '.') --dot;
+  if (*dot != '.') return extension;
+  const auto count = std::min<ptrdiff_t>(end - dot - 1, kKept);
+  std::transform(dot + 1, dot + 1 + count, extension.begin(),
+                 [](Character c) { return ToUpper(static_cast<char>(c)); });
+  return extension;
+}
+
+}  // namespace
+
+Extension ReadExtension(IOHandle* handle) {
+  uint32_t width = kIoNameNarrow;
+  (void)io::GetInfo(handle, kIoInfoNameWidth, &width);
+  return width == kIoNameWide ? ExtensionOf<uint16_t>(handle) : ExtensionOf<char>(handle);
+}
+
+}  // namespace fi

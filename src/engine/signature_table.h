@@ -1,0 +1,26 @@
+// The catalogue of signatures: programs (opcodes.h) one behind another, in an order that is part of
+// the design. The first that yields an identifier decides, so the specific ones stand before the
+// general ones, and deep probes and catch-alls come last.
+#ifndef FI_ENGINE_SIGNATURE_TABLE_H_
+#define FI_ENGINE_SIGNATURE_TABLE_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/signature_encoder.h"
+#include "engine/signature_index.h"
+
+namespace fi {
+
+inline constexpr size_t kSignatureRows = 467;
+
+// Size of the encoded table in bytes.
+inline constexpr size_t kSignatureTableSize = 9762;
+
+extern const EncodedTable<kSignatureRows, kSignatureTableSize> kSignatureTable;
+extern const SignatureIndex<kSignatureRows> kSignatureIndex;
+
+}  // namespace fi
+
+#endif  // FI_ENGINE_SIGNATURE_TABLE_H_

@@ -1,0 +1,73 @@
+#include "engine/signature_walk.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+
+#include "engine/signature_table.h"
+#include "formatid/platform.h"
+
+namespace fi {
+namespace {
+
+constexpr size_t kNoFirstByte = 256;
+
+// Sizes of an end marker, and of the return or probe that closes each program.
+constexpr size_t kMarkerSize = 2;
+constexpr size_t kResultSize = 4;
+
+FormatId RunRow(size_t row, SignatureRun& run) {
+  return RunProgram(kSignatureTable.bytes.data() + kSignatureTable.starts[row], run);
+}
+
+WalkResult Match(FormatId id, size_t row) { return {id, static_cast<uint16_t>(row + 1)}; }
+
+// What a row does that fails at the file's first byte.
+uint32_t ReadFirstByte(IdentificationStream* stream) {
+  return MoveTo(stream, 0) ? IdStreamGetByte(stream) : kEndOfData;
+}
+
+}  // namespace
+
+WalkResult WalkSignatures(SignatureRun& run) {
+  const auto& index = kSignatureIndex;
+  if (run.isStorage) {
+    for (size_t row = 0; row < index.classRows; ++row) {
+      if (const FormatId id = RunRow(row, run); id != kNoMatch) return Match(id, row);
+    }
+  }
+  const size_t firstByte = std::min<size_t>(ReadFirstByte(run.stream), kNoFirstByte);
+  const auto& candidates = index.candidates[firstByte];
+  size_t next = index.classRows;  // the first row that neither ran nor was skipped
+  for (size_t word = 0; word < candidates.kWords; ++word) {
+    for (uint64_t bits = candidates.Word(word); bits != 0; bits &= bits - 1) {
+      const size_t row = word * 64 + static_cast<size_t>(std::countr_zero(bits));
+      if (!index.gated.Has(row) && index.behindGated[row] > next) (void)ReadFirstByte(run.stream);
+      if (const FormatId id = RunRow(row, run); id != kNoMatch) return Match(id, row);
+      next = row + 1;
+    }
+  }
+  return {};
+}
+
+uint16_t BasisOfRow(uint16_t row) {
+  const uint8_t* program = kSignatureTable.bytes.data() + kSignatureTable.starts[row - 1];
+  const size_t end =
+      row < kSignatureRows ? kSignatureTable.starts[row] : kSignatureTable.size - kMarkerSize;
+  const uint8_t* last = kSignatureTable.bytes.data() + end - kMarkerSize - kResultSize;
+  if (last[1] == kOpProbe) return kFiBasisContent;
+  switch (program[1]) {
+    case kOpClass:
+      return kFiBasisClass;
+    case kOpRootName:
+      return kFiBasisNamespace;
+    case kOpExtension: {
+      const uint8_t* behind = program + 3 + program[2];
+      return behind == last ? kFiBasisExtension : kFiBasisSignature;
+    }
+    default:
+      return kFiBasisSignature;
+  }
+}
+
+}  // namespace fi

@@ -1,0 +1,58 @@
+// Calls on an IO handle with their failures as results: what a host's handle answers is checked
+// here once, so that a faulty one cannot lead the library past its buffers.
+#ifndef FI_PLATFORM_IO_H_
+#define FI_PLATFORM_IO_H_
+
+#include <cstdint>
+#include <memory>
+
+#include "formatid/io.h"
+
+namespace fi::io {
+
+// Reads up to `size` bytes; the number stored, 0 at end of data and on failure.
+inline uint32_t Read(IOHandle* handle, void* buffer, uint32_t size) {
+  uint32_t count = 0;
+  if (handle->operations->read(handle, buffer, size, &count) != 0) return 0;
+  return count <= size ? count : 0;
+}
+
+// `offset` is signed when the origin is not the start: its 32 bits are passed as they are.
+inline bool Seek(IOHandle* handle, uint32_t origin, uint32_t offset) {
+  return handle->operations->seek(handle, origin, static_cast<int32_t>(offset)) == 0;
+}
+
+inline bool Tell(IOHandle* handle, uint32_t* position) {
+  return handle->operations->tell(handle, position) == 0;
+}
+
+inline bool GetInfo(IOHandle* handle, uint32_t code, void* out) {
+  return handle->operations->getInfo(handle, code, out) == 0;
+}
+
+inline bool Has64Bit(IOHandle* handle) {
+  const IOHandleOperations& operations = *handle->operations;
+  return operations.seek64 != nullptr && operations.tell64 != nullptr &&
+         GetInfo(handle, kIoInfoHas64Bit, nullptr);
+}
+
+// REQUIRES: Has64Bit.
+inline bool Seek64(IOHandle* handle, uint32_t origin, int64_t offset) {
+  return handle->operations->seek64(handle, origin, offset) == 0;
+}
+
+// REQUIRES: Has64Bit.
+inline bool Tell64(IOHandle* handle, int64_t* position) {
+  return handle->operations->tell64(handle, position) == 0;
+}
+
+struct HandleCloser {
+  void operator()(IOHandle* handle) const { (void)handle->operations->close(handle); }
+};
+
+// A handle that the library opened and closes.
+using OwnedHandle = std::unique_ptr<IOHandle, HandleCloser>;
+
+}  // namespace fi::io
+
+#endif  // FI_PLATFORM_IO_H_

@@ -1,0 +1,7 @@
+#include "probes/content/plain_text.h"
+
+namespace fi {
+
+FormatId ClassifyPlainText(IdentificationStream* /*stream*/) { return kFormatUnknown; }
+
+}  // namespace fi

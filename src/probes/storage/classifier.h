@@ -1,0 +1,20 @@
+// Names a compound document by the streams and storages that it holds.
+#ifndef FI_PROBES_STORAGE_CLASSIFIER_H_
+#define FI_PROBES_STORAGE_CLASSIFIER_H_
+
+#include <cstdint>
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// Stores the format in `*outId`, kNoMatch when the document is not recognised. `extension` is
+// upper-cased, of up to four characters and NUL-terminated. The result is the status of a
+// decryption, 0 when none was tried. No storage can be opened yet, so nothing is recognised.
+uint32_t ClassifyCompoundDocument(IdentificationStream* stream, const char* extension,
+                                  FormatId* outId);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_STORAGE_CLASSIFIER_H_

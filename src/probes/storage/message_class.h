@@ -1,0 +1,17 @@
+// Tells message items apart by their message class (IPM.Note, IPM.Contact ...).
+#ifndef FI_PROBES_STORAGE_MESSAGE_CLASS_H_
+#define FI_PROBES_STORAGE_MESSAGE_CLASS_H_
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// The item's identifier in the family of `baseId`: 1143 (messages) or any other (templates). An
+// item whose class is unknown, or cannot be read as long as no storage opens, gets the family's
+// default.
+FormatId MapMessageClass(IdentificationStream* stream, FormatId baseId);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_STORAGE_MESSAGE_CLASS_H_

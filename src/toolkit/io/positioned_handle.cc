@@ -1,0 +1,89 @@
+#include "toolkit/io/positioned_handle.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace fi::io {
+namespace {
+
+constexpr uint32_t kNarrow = kIoNameNarrow;
+
+}  // namespace
+
+const IOHandleOperations PositionedHandle::kOperations = {
+    Close, Read, nullptr, Seek, Tell, GetInfo, Open, Seek64, Tell64,
+};
+
+PositionedHandle::PositionedHandle(std::string_view name) : IOHandle{&kOperations} {
+  name = name.substr(name.rfind('/') + 1);
+  const size_t kept = std::min(name.size(), name_.size() - 1);
+  name.copy(name_.data(), kept, name.size() - kept);
+}
+
+int32_t PositionedHandle::OtherInfo(uint32_t /*code*/, void* /*out*/) { return -1; }
+
+int32_t PositionedHandle::Close(IOHandle* handle) noexcept {
+  delete static_cast<PositionedHandle*>(handle);
+  return 0;
+}
+
+int32_t PositionedHandle::Read(IOHandle* handle, void* buffer, uint32_t size,
+                               uint32_t* count) noexcept {
+  auto* self = static_cast<PositionedHandle*>(handle);
+  *count = 0;
+  const int32_t result = self->ReadAt(self->position_, static_cast<uint8_t*>(buffer), size, count);
+  if (result == 0) self->position_ += *count;
+  return result;
+}
+
+int32_t PositionedHandle::Seek(IOHandle* handle, uint32_t origin, int32_t offset) noexcept {
+  const int64_t distance =
+      origin == kIoFromStart ? int64_t{static_cast<uint32_t>(offset)} : int64_t{offset};
+  return Seek64(handle, origin, distance);
+}
+
+int32_t PositionedHandle::Tell(IOHandle* handle, uint32_t* position) noexcept {
+  *position = static_cast<uint32_t>(static_cast<PositionedHandle*>(handle)->position_);
+  return 0;
+}
+
+int32_t PositionedHandle::Seek64(IOHandle* handle, uint32_t origin, int64_t offset) noexcept {
+  auto* self = static_cast<PositionedHandle*>(handle);
+  int64_t base = 0;
+  if (origin == kIoFromCurrent) base = self->position_;
+  if (origin == kIoFromEnd) base = self->Size();
+  int64_t target = 0;
+  if (origin > kIoFromEnd || __builtin_add_overflow(base, offset, &target) || target < 0) return -1;
+  self->position_ = target;
+  return 0;
+}
+
+int32_t PositionedHandle::Tell64(IOHandle* handle, int64_t* position) noexcept {
+  *position = static_cast<PositionedHandle*>(handle)->position_;
+  return 0;
+}
+
+int32_t PositionedHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) noexcept {
+  auto* self = static_cast<PositionedHandle*>(handle);
+  switch (code) {
+    case kIoInfoFileName:
+      std::memcpy(out, self->name_.data(), self->name_.size());
+      return 0;
+    case kIoInfoNameWidth:
+      std::memcpy(out, &kNarrow, sizeof(kNarrow));
+      return 0;
+    case kIoInfoHas64Bit:
+      return 0;
+    default:
+      return self->OtherInfo(code, out);
+  }
+}
+
+// No kind of handle has children yet.
+int32_t PositionedHandle::Open(IOHandle* /*handle*/, IOHandle** target, uint32_t /*sourceType*/,
+                               const void* /*source*/, uint32_t /*flags*/) noexcept {
+  *target = nullptr;
+  return kIoError;
+}
+
+}  // namespace fi::io

@@ -1,0 +1,52 @@
+// Base of the handles that the toolkit makes: it keeps the position and the name, so that a kind of
+// handle only has to say how large it is and how bytes at an offset are read.
+#ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
+#define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "formatid/io.h"
+
+namespace fi::io {
+
+class PositionedHandle : public IOHandle {
+ public:
+  PositionedHandle(const PositionedHandle&) = delete;
+  PositionedHandle& operator=(const PositionedHandle&) = delete;
+
+ protected:
+  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
+  explicit PositionedHandle(std::string_view name);
+  virtual ~PositionedHandle() = default;
+
+  virtual int64_t Size() = 0;
+
+  // Stores up to `size` bytes from `offset`, which is not negative, and their number in `*count`.
+  // 0 on success.
+  virtual int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) = 0;
+
+  // The codes that differ by kind; everything else is answered by the base.
+  virtual int32_t OtherInfo(uint32_t code, void* out);
+
+ private:
+  static int32_t Close(IOHandle* handle) noexcept;
+  static int32_t Read(IOHandle* handle, void* buffer, uint32_t size, uint32_t* count) noexcept;
+  static int32_t Seek(IOHandle* handle, uint32_t origin, int32_t offset) noexcept;
+  static int32_t Tell(IOHandle* handle, uint32_t* position) noexcept;
+  static int32_t GetInfo(IOHandle* handle, uint32_t code, void* out) noexcept;
+  static int32_t Open(IOHandle* handle, IOHandle** target, uint32_t sourceType, const void* source,
+                      uint32_t flags) noexcept;
+  static int32_t Seek64(IOHandle* handle, uint32_t origin, int64_t offset) noexcept;
+  static int32_t Tell64(IOHandle* handle, int64_t* position) noexcept;
+
+  static const IOHandleOperations kOperations;
+
+  int64_t position_ = 0;
+  std::array<char, kIoNameCapacity> name_{};
+};
+
+}  // namespace fi::io
+
+#endif  // FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
