@@ -5,9 +5,9 @@
  *   char name[256];
  *   uint16_t status = FIIdFileEx(kIoSourcePath, "report.doc", kFiTextFallback, &id, name, 256);
  *
- * All functions are thread-safe as long as each thread uses handles of its own. Identifications with
- * different behaviour flags and kFiUseFlags publish them in one process-wide option (338486), where
- * the last writer wins; what a call itself does is decided by its own flags.
+ * All functions are thread-safe as long as each thread uses handles of its own. Identifications
+ * with different behaviour flags and kFiUseFlags publish them in one process-wide option (338486),
+ * where the last writer wins; what a call itself does is decided by its own flags.
  *
  * Nothing is kept between calls and no file is ever changed.
  */
@@ -39,7 +39,8 @@ enum {
   kFiUseFlags = 2,
   /* Identify a storage by its class identifier alone. */
   kFiClassOnly = 4,
-  /* Tell delimited text (CSV and the like) apart from other text. Effective only with kFiUseFlags. */
+  /* Tell delimited text (CSV and the like) apart from other text. Effective only with kFiUseFlags.
+   */
   kFiDelimitedText = 8,
 };
 
@@ -91,15 +92,16 @@ FI_API uint16_t FIGetNextId(uint16_t* cursor, uint16_t* idOut, char* nameBuffer,
                             uint16_t nameBufferSize) FI_NOEXCEPT;
 
 /*
- * Stores the name of an identifier from 1000 to 5102 (ASCII, cut to fit, NUL-terminated) and returns
- * its length in bytes. Any other identifier, or one without a name, gives an empty text and 0.
+ * Stores the name of an identifier from 1000 to 5102 (ASCII, cut to fit, NUL-terminated) and
+ * returns its length in bytes. Any other identifier, or one without a name, gives an empty text and
+ * 0.
  */
 FI_API uint16_t FIGetIDString(FormatId id, char* nameBuffer, uint16_t nameBufferSize) FI_NOEXCEPT;
 
 /*
- * Opens what `sourceType` and `source` name (io.h), identifies it and closes it again. Returns the low 16
- * bits of FIIdHandle's status, or kFiNotFound, kFiAccessDenied or kFiOpenFailed with `*idOut` 0 when
- * it does not open.
+ * Opens what `sourceType` and `source` name (io.h), identifies it and closes it again. Returns the
+ * low 16 bits of FIIdHandle's status, or kFiNotFound, kFiAccessDenied or kFiOpenFailed with
+ * `*idOut` 0 when it does not open.
  */
 FI_API uint16_t FIIdFile(uint32_t sourceType, const void* source, uint32_t flags,
                          FormatId* idOut) FI_NOEXCEPT;
@@ -112,15 +114,17 @@ FI_API uint16_t FIIdFileEx(uint32_t sourceType, const void* source, uint32_t fla
  * Identifies an open handle, which stays the caller's and is left at its start (in class-only mode,
  * and where the compound-document classifier decides after the signatures, it stays where it was).
  *
- * Returns 0 for a completed identification, with `*idOut` kFormatUnknown when nothing was recognised;
- * FI_NO_STREAM when no stream could be made over the handle; kFiUnknownClass in class-only mode; for
- * encrypted packages the status of the decryption beside the identifier of the encrypted format.
+ * Returns 0 for a completed identification, with `*idOut` kFormatUnknown when nothing was
+ * recognised; FI_NO_STREAM when no stream could be made over the handle; kFiUnknownClass in
+ * class-only mode; for encrypted packages the status of the decryption beside the identifier of the
+ * encrypted format.
  */
 FI_API uint32_t FIIdHandle(IOHandle* handle, uint32_t flags, FormatId* idOut) FI_NOEXCEPT;
 
 /*
- * Second look at one identifier: for 4050 (encoded text), which encoding it is. Reads from where the
- * handle stands and does not rewind it. Returns 0 for any other identifier and when nothing is found.
+ * Second look at one identifier: for 4050 (encoded text), which encoding it is. Reads from where
+ * the handle stands and does not rewind it. Returns 0 for any other identifier and when nothing is
+ * found.
  */
 FI_API FormatId FIIdSpecial(IOHandle* handle, FormatId id) FI_NOEXCEPT;
 

@@ -1,6 +1,6 @@
 /*
- * The toolkit's side of the interface: the option store, global data, and the names and facts of the
- * formats. Everything here is thread-safe.
+ * The toolkit's side of the interface: the option store, global data, and the names and facts of
+ * the formats. Everything here is thread-safe.
  */
 #ifndef FI_FORMATID_PLATFORM_H_
 #define FI_FORMATID_PLATFORM_H_
@@ -29,8 +29,8 @@ enum {
 FI_API UTOptionSet* UTGetGlobalOptionSet(void) FI_NOEXCEPT;
 
 /*
- * Reads an option into `value`. `*size` holds the room in bytes on the way in and the stored size on
- * the way out. Returns 0, or another value when the option is not set or does not fit.
+ * Reads an option into `value`. `*size` holds the room in bytes on the way in and the stored size
+ * on the way out. Returns 0, or another value when the option is not set or does not fit.
  */
 FI_API uint32_t UTGetOption(UTOptionSet* set, uint32_t option, void* value,
                             uint32_t* size) FI_NOEXCEPT;
@@ -43,10 +43,10 @@ FI_API uint32_t UTSetOption(UTOptionSet* set, uint32_t option, const void* value
 FI_API uint32_t UTGetGlobalOption(uint32_t option, void* value, uint32_t* size) FI_NOEXCEPT;
 
 /*
- * What the password callback is asked with. The callback stores a NUL-terminated UTF-8 password of at
- * most `capacity` bytes, the NUL included, and returns 0; any other result declines. `attempts` is
- * the number of times that it was asked before for this document. The record belongs to the library
- * and lives for the call.
+ * What the password callback is asked with. The callback stores a NUL-terminated UTF-8 password of
+ * at most `capacity` bytes, the NUL included, and returns 0; any other result declines. `attempts`
+ * is the number of times that it was asked before for this document. The record belongs to the
+ * library and lives for the call.
  */
 typedef struct FIPasswordRequest {
   uint32_t size; /* of this record in bytes */

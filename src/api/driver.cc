@@ -1,6 +1,5 @@
 #include "api/driver.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -10,6 +9,7 @@
 #include "engine/interpreter.h"
 #include "engine/signature_walk.h"
 #include "platform/delimited_text.h"
+#include "platform/format_ids.h"
 #include "platform/io.h"
 #include "probes/content/plain_text.h"
 #include "probes/storage/classifier.h"
@@ -22,10 +22,6 @@ namespace {
 // Bits of the behaviour word, option 338486.
 constexpr uint32_t kBehaviourText = 1;
 constexpr uint32_t kBehaviourDelimited = 2;
-
-// Formats whose probe decrypts, and reports beside the identifier how that went.
-constexpr FormatId kEncryptedPackage = 1819;
-constexpr FormatId kEncryptedArchive = 1834;
 
 using ClassId = std::array<uint8_t, kClassIdSize>;
 
@@ -61,9 +57,9 @@ std::optional<FormatId> KnownClass(const ClassId& classId) {
                                 0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
   constexpr ClassId kTemplate = {0x46, 0xF0, 0x06, 0x00, 0x00, 0x00, 0x00, 0x00,
                                  0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
-  if (classId == kMessage) return FormatId{1143};
-  if (classId == kTemplate) return FormatId{1311};
-  if (classId == ClassId{}) return FormatId{kFormatUnknown};
+  if (classId == kMessage) return kFormatOutlookMessage;
+  if (classId == kTemplate) return kFormatOutlookItemTemplate;
+  if (classId == ClassId{}) return kFormatUnknown;
   return std::nullopt;
 }
 
@@ -109,6 +105,11 @@ uint32_t IdentifyUnmatched(SignatureRun& run, uint32_t behaviour, FormatId* idOu
   return kFiOk;
 }
 
+// Formats whose probe decrypts, and reports beside the identifier how that went.
+bool ReportsDecryption(FormatId id) {
+  return id == kFormatEncryptedOfficeXml || id == kFormatEncryptedIWork;
+}
+
 // Passes the answer of a signature through the rules that apply to all of them.
 uint32_t FinishMatch(const SignatureRun& run, bool isProtected, uint32_t behaviour,
                      FormatId* idOut) {
@@ -116,11 +117,10 @@ uint32_t FinishMatch(const SignatureRun& run, bool isProtected, uint32_t behavio
   Rewind(handle);
   if (isProtected) {
     *idOut = ProtectedFormat(*idOut);
-  } else if ((*idOut == kEncryptedPackage || *idOut == kEncryptedArchive) &&
-             run.status != kFiPasswordNeeded) {
+  } else if (ReportsDecryption(*idOut) && run.status != kFiPasswordNeeded) {
     return run.status;
   }
-  if (*idOut == kTextUtf8 && (behaviour & kBehaviourDelimited) != 0) {
+  if (*idOut == kFormatPlainUtf8Text && (behaviour & kBehaviourDelimited) != 0) {
     if (const ScopedStream fresh(handle); fresh) *idOut = RefineDelimitedText(fresh.get(), *idOut);
   }
   return kFiOk;

@@ -1,5 +1,7 @@
 #include "api/protected_formats.h"
 
+#include "platform/format_ids.h"
+
 namespace fi {
 namespace {
 
@@ -9,14 +11,15 @@ struct ProtectedRow {
 };
 
 constexpr ProtectedRow kProtected[] = {
-    // Word processing.
+    // Word.
     {1126, 1317},
     {1146, 1317},
     {1185, 1317},
     {1186, 1317},
-    // Packages of Office Open XML documents and the spreadsheets of compound files.
+    // Deliberate: Word packages get the counterpart of the spreadsheets.
     {1312, 1458},
     {1313, 1458},
+    // Excel.
     {1405, 1458},
     {1415, 1458},
     {1419, 1458},
@@ -32,7 +35,7 @@ constexpr ProtectedRow kProtected[] = {
     {1455, 1459},
     {1456, 1459},
     {1457, 1459},
-    // Presentations.
+    // PowerPoint.
     {1538, 1642},
     {1540, 1642},
     {1543, 1642},
@@ -44,7 +47,7 @@ constexpr ProtectedRow kProtected[] = {
     {1637, 1643},
 };
 
-constexpr FormatId kProtectedOther = 1316;
+constexpr FormatId kProtectedOther = kFormatRightsManagedOther;
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/format_ids.h"
 #include "probes/content/encoded_text.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/message_class.h"
@@ -22,7 +23,7 @@ FormatId OfStream(const ProbeCall& call) {
 FormatId NoProbe(const ProbeCall& /*call*/) { return kNoMatch; }
 
 // The five bytes that lead here are proof enough; this code never answers no match.
-FormatId RichText(const ProbeCall& /*call*/) { return 1028; }
+FormatId RichText(const ProbeCall& /*call*/) { return kFormatRichText; }
 
 FormatId MessageClass(const ProbeCall& call) { return MapMessageClass(call.run.stream, call.code); }
 

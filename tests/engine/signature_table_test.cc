@@ -181,20 +181,22 @@ WalkResult PlainWalk(SignatureRun& run) {
   return {};
 }
 
-// Files of random length whose beginnings are random bytes, or a random part of the table: the
-// latter carry its literals, so that rows match in part.
+// Files of random length that begin with the literals of a random row, or with random bytes.
 std::string RandomFile(uint32_t seed) {
   uint32_t state = seed * 2654435761u + 1;
   const auto next = [&] { return (state = state * 1664525u + 1013904223u) >> 8; };
   std::string file(next() % 3000, '\0');
-  const uint32_t kind = next() % 3;
-  const size_t start = next() % (kSignatureTable.size - 64);
-  for (size_t i = 0; i < file.size(); ++i) {
-    if (kind == 0) file[i] = static_cast<char>(next());
-    if (kind == 1) file[i] = static_cast<char>(next() % 2 == 0 ? 0 : next());
-    if (kind == 2) file[i] = static_cast<char>(kSignatureTable.bytes[start + i % 64]);
+  const bool sparse = next() % 2 == 0;
+  for (char& c : file) c = static_cast<char>(sparse && next() % 2 == 0 ? 0 : next());
+  if (next() % 3 == 0) return file;
+  const uint8_t* program = kSignatureTable.bytes.data() + kSignatureTable.starts[next() % 467];
+  std::string literals;
+  while (program[0] != kEscape || program[1] == kOpRewind || program[1] == kOpLiteralEscape) {
+    const bool isEscape = program[0] == kEscape;
+    if (!isEscape || program[1] == kOpLiteralEscape) literals += static_cast<char>(program[0]);
+    program += isEscape ? 2 : 1;
   }
-  return file;
+  return literals + file;
 }
 
 TEST(SignatureWalk, IndexAgreesWithThePlainWalk) {

@@ -1,9 +1,11 @@
 #include "probes/storage/message_class.h"
 
+#include "platform/format_ids.h"
+
 namespace fi {
 
 FormatId MapMessageClass(IdentificationStream* /*stream*/, FormatId baseId) {
-  return baseId == 1143 ? 1143 : 1311;
+  return baseId == kFormatOutlookMessage ? kFormatOutlookMessage : kFormatOutlookItemTemplate;
 }
 
 }  // namespace fi
