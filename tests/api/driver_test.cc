@@ -1,0 +1,240 @@
+#include "api/driver.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "api/extension.h"
+#include "api/protected_formats.h"
+#include "formatid/formatid.h"
+#include "formatid/platform.h"
+#include "tests/support/bytes.h"
+#include "tests/support/memory_handle.h"
+
+namespace fi {
+namespace {
+
+using testing::Bytes;
+using testing::MemoryHandle;
+
+constexpr uint32_t kText = kFiUseFlags | kFiTextFallback;
+
+const std::string kPng = Bytes("\x89PNG\r\n\x1A\n\0\0\0\rIHDR");
+const std::string kProse = "Only words, one after another, with nothing to name them by.\n";
+
+std::array<uint8_t, 16> ClassOf(const std::string& bytes) {
+  std::array<uint8_t, 16> id{};
+  std::copy(bytes.begin(), bytes.end(), id.begin());
+  return id;
+}
+
+TEST(Extension, OfFileNames) {
+  struct Case {
+    std::string name;
+    const char* extension;
+  };
+  const Case cases[] = {
+      {"REPORT.final.docx", "DOCX"},
+      {"archive.tar.gz", "GZ"},
+      {"x.jpeg2", "JPEG"},
+      {"README", ""},
+      {"", ""},
+      {".profile", "PROF"},
+      {"x.", ""},
+      {"dir.d/name", "D/NA"},
+      {"x.a\xE9", "A\xE9"},
+      {"n" + std::string(254, 'a') + ".doc", "DOC"},
+  };
+  for (const Case& test : cases) {
+    for (const bool wide : {false, true}) {
+      MemoryHandle handle("", test.name);
+      handle.wideName = wide;
+      EXPECT_STREQ(ReadExtension(&handle).data(), test.extension) << test.name;
+    }
+  }
+  MemoryHandle nameless("", "x.doc");
+  nameless.hasName = false;
+  EXPECT_STREQ(ReadExtension(&nameless).data(), "");
+}
+
+TEST(ProtectedFormats, Rows) {
+  struct Case {
+    FormatId id;
+    FormatId expected;
+  };
+  const Case cases[] = {
+      {1126, 1317}, {1186, 1317}, {1082, 1316}, {1311, 1316}, {1312, 1458},
+      {1313, 1458}, {1314, 1316}, {1436, 1458}, {1451, 1458}, {1456, 1459},
+      {1600, 1642}, {1637, 1643}, {1819, 1316}, {4025, 1316}, {1999, 1316},
+  };
+  for (const Case& test : cases) EXPECT_EQ(ProtectedFormat(test.id), test.expected) << test.id;
+}
+
+TEST(Driver, FlagsDecideWhatUnmatchedFilesAreCalled) {
+  struct Case {
+    const char* name;
+    std::string file;
+    uint32_t flags;
+    FormatId id;
+    uint16_t basis;
+  };
+  const std::string table = "name,number\none,1\ntwo,2\nthree,3\n";
+  const Case cases[] = {
+      {"empty, no fallback", "", kFiUseFlags, kFormatUnknown, kFiBasisNone},
+      {"empty, fallback", "", kText, kFormatUnknown, kFiBasisNone},
+      {"prose, no fallback", kProse, kFiUseFlags, kFormatUnknown, kFiBasisNone},
+      {"prose, fallback", kProse, kText, 4005, kFiBasisText},
+      {"prose, delimited text", kProse, kText | kFiDelimitedText, 4005, kFiBasisText},
+      {"table, not asked for", table, kText, 4005, kFiBasisText},
+      {"table, asked for", table, kText | kFiDelimitedText, 3204, kFiBasisText},
+      {"table behind a mark, not asked for", "\xEF\xBB\xBF" + table, kText, 4025,
+       kFiBasisSignature},
+      {"table behind a mark, asked for", "\xEF\xBB\xBF" + table, kFiUseFlags | kFiDelimitedText,
+       3204, kFiBasisSignature},
+      {"signature", kPng, kFiUseFlags, 1574, kFiBasisSignature},
+      {"binary", Bytes("\0\1\2\3\xFF\xFE"), kText, kFormatUnknown, kFiBasisNone},
+  };
+  for (const Case& test : cases) {
+    MemoryHandle handle(test.file);
+    FormatId id = 0;
+    FIEvidence evidence{};
+    EXPECT_EQ(IdentifyHandle(&handle, test.flags, &id, &evidence), 0u) << test.name;
+    EXPECT_EQ(id, test.id) << test.name;
+    EXPECT_EQ(evidence.basis, test.basis) << test.name;
+    EXPECT_EQ(handle.position, 0) << test.name;
+    EXPECT_EQ(handle.closes, 0u) << test.name;
+  }
+}
+
+TEST(Driver, BehaviourOptionServesCallsWithoutFlags) {
+  MemoryHandle handle(kProse);
+  FormatId id = 0;
+  struct Case {
+    uint32_t published;  // by a call with kFiUseFlags
+    uint32_t word;
+    FormatId id;
+  };
+  const Case cases[] = {
+      {kText, 1, 4005},
+      {kFiUseFlags, 0, kFormatUnknown},
+      {kText | kFiDelimitedText, 3, 4005},
+      {kFiUseFlags | kFiDelimitedText, 2, kFormatUnknown},
+  };
+  for (const Case& test : cases) {
+    IdentifyHandle(&handle, test.published, &id, nullptr);
+    uint32_t word = 99;
+    uint32_t size = sizeof(word);
+    ASSERT_EQ(UTGetGlobalOption(kUtOptionBehaviour, &word, &size), 0u);
+    EXPECT_EQ(word, test.word);
+    IdentifyHandle(&handle, kFiTextFallback, &id, nullptr);
+    EXPECT_EQ(id, test.id) << test.published;
+  }
+}
+
+TEST(Driver, ClassOnlyMode) {
+  struct Case {
+    const char* name;
+    bool isStorage;
+    std::string classId;
+    uint32_t status;
+    FormatId id;
+  };
+  const Case cases[] = {
+      {"message", true, Bytes("\x0B\x0D\x02\0\0\0\0\0\xC0\0\0\0\0\0\0\x46"), 0, 1143},
+      {"template", true, Bytes("\x46\xF0\x06\0\0\0\0\0\xC0\0\0\0\0\0\0\x46"), 0, 1311},
+      {"no class", true, std::string(16, '\0'), 0, 1311},
+      {"not a storage", false, "", 0, 1311},
+      {"known to the signatures only", true,
+       Bytes("\x10\x8D\x81\x64\x9B\x4F\xCF\x11\x86\xEA\x00\xAA\x00\xB9\x29\xE8"), kFiUnknownClass,
+       0},
+  };
+  for (const Case& test : cases) {
+    MemoryHandle handle(kPng);
+    if (test.isStorage) handle.classId = ClassOf(test.classId);
+    handle.position = 5;
+    FormatId id = 77;
+    EXPECT_EQ(IdentifyHandle(&handle, kFiClassOnly, &id, nullptr), test.status) << test.name;
+    EXPECT_EQ(id, test.id) << test.name;
+    EXPECT_EQ(handle.reads, 0u) << test.name;
+    EXPECT_EQ(handle.position, 5) << test.name;
+  }
+}
+
+TEST(Driver, StorageThatNothingNamesIsNotText) {
+  MemoryHandle handle(kProse);
+  handle.classId = ClassOf("0123456789abcdef");
+  FormatId id = 0;
+  EXPECT_EQ(IdentifyHandle(&handle, kText, &id, nullptr), 0u);
+  EXPECT_EQ(id, kFormatUnknown);
+}
+
+TEST(Driver, SameAnswerWhateverTheHandleDoes) {
+  const std::string far = std::string(3000, '\x01') + Bytes("TRUEVISION-XFILE.\0");
+  struct Case {
+    std::string file;
+    FormatId id;
+  };
+  for (const Case& test : {Case{kPng, 1574}, Case{kProse, 4005}, Case{far, 1512}}) {
+    for (const uint32_t mostPerRead : {UINT32_MAX, 100u, 1u}) {
+      for (const bool has64Bit : {true, false}) {
+        MemoryHandle handle(test.file);
+        handle.mostPerRead = mostPerRead;
+        handle.has64Bit = has64Bit;
+        FormatId id = 0;
+        EXPECT_EQ(IdentifyHandle(&handle, kText, &id, nullptr), 0u);
+        EXPECT_EQ(id, test.id) << mostPerRead << ' ' << has64Bit;
+      }
+    }
+  }
+}
+
+// Whichever call fails, the answer is a format or unknown, and nothing is closed or left open.
+TEST(Driver, FailingCallsNeverHurt) {
+  const std::string file = kProse + std::string(5000, '\n');
+  for (uint64_t failing = 1; failing < 40; ++failing) {
+    for (const bool reads : {true, false}) {
+      MemoryHandle handle(file);
+      (reads ? handle.failingRead : handle.failingSeek) = failing;
+      FormatId id = 0;
+      EXPECT_EQ(IdentifyHandle(&handle, kText, &id, nullptr), 0u);
+      EXPECT_TRUE(id == 4005 || id == kFormatUnknown) << id;
+      EXPECT_EQ(handle.opens, handle.closes);
+    }
+  }
+}
+
+TEST(Driver, NoHandleNoStream) {
+  FormatId id = 0;
+  EXPECT_EQ(IdentifyHandle(nullptr, 0, &id, nullptr), FI_NO_STREAM);
+  EXPECT_EQ(id, kFormatUnknown);
+}
+
+// What identification may cost a file that is no container, counted at the handle.
+TEST(Driver, ReadBudgets) {
+  const std::string binary(1 << 20, '\x01');
+  std::string text;
+  while (text.size() < 1 << 20) text += kProse;
+  struct Case {
+    const char* name;
+    std::string file;
+    uint64_t reads;
+    uint64_t bytes;
+  };
+  const Case cases[] = {
+      {"named by a signature", kPng + binary, 1, 2048},
+      {"binary that nothing names", binary, 8, 80 * 1024},
+      {"text", text, 8, 80 * 1024},
+  };
+  for (const Case& test : cases) {
+    MemoryHandle handle(test.file);
+    FormatId id = 0;
+    IdentifyHandle(&handle, kText | kFiDelimitedText, &id, nullptr);
+    EXPECT_LE(handle.reads, test.reads) << test.name;
+    EXPECT_LE(handle.bytesRead, test.bytes) << test.name;
+  }
+}
+
+}  // namespace
+}  // namespace fi
