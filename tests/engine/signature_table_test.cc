@@ -10,6 +10,7 @@
 #include "formatid/platform.h"
 #include "tests/support/bytes.h"
 #include "tests/support/memory_handle.h"
+#include "tests/support/plain_walk.h"
 
 namespace fi {
 namespace {
@@ -170,17 +171,6 @@ TEST(SignatureTable, BasisOfAnswers) {
   EXPECT_EQ(BasisOfRow(Walk({"", "\xEF\xBB\xBF", 0}).row), kFiBasisSignature);
 }
 
-// The walk over every row, as the index must reproduce it.
-WalkResult PlainWalk(SignatureRun& run) {
-  for (size_t row = 0; row < kSignatureRows; ++row) {
-    const uint8_t* program = kSignatureTable.bytes.data() + kSignatureTable.starts[row];
-    if (const FormatId id = RunProgram(program, run); id != kNoMatch) {
-      return {id, static_cast<uint16_t>(row + 1)};
-    }
-  }
-  return {};
-}
-
 // Files of random length that begin with the literals of a random row, or with random bytes.
 std::string RandomFile(uint32_t seed) {
   uint32_t state = seed * 2654435761u + 1;
@@ -213,7 +203,7 @@ TEST(SignatureWalk, IndexAgreesWithThePlainWalk) {
       run.stream = stream.get();
       run.extension = extensions[seed % 4];
       run.isStorage = seed % 5 == 0;
-      results[plain] = plain ? PlainWalk(run) : WalkSignatures(run);
+      results[plain] = plain ? testing::PlainWalk(run) : WalkSignatures(run);
       positions[plain] = IdStreamPosition(stream.get());
     }
     ASSERT_EQ(results[0].id, results[1].id) << seed;

@@ -1,0 +1,106 @@
+// Real files with known identifiers. The folder is found through FORMATID_CORPUS, or beside the
+// source tree; where there is none, there is nothing to test.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "engine/signature_table.h"
+#include "engine/signature_walk.h"
+#include "formatid/formatid.h"
+#include "formatid/platform.h"
+#include "platform/io.h"
+#include "tests/support/plain_walk.h"
+
+namespace fi {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CorpusFile {
+  std::string path;
+  FormatId id = 0;     // 0: not settled
+  uint16_t entry = 0;  // the deciding row; 0: none
+};
+
+fs::path CorpusFolder() {
+  const char* named = std::getenv("FORMATID_CORPUS");
+  return named != nullptr ? fs::path(named) : fs::path(FORMATID_SOURCE_DIR) / "../shared/corpus";
+}
+
+// Columns of the manifest: path, id, status, entry, family ...
+std::vector<CorpusFile> ReadManifest(const fs::path& folder) {
+  std::vector<CorpusFile> files;
+  std::ifstream manifest(folder / "manifest.tsv");
+  std::string line;
+  std::getline(manifest, line);
+  while (std::getline(manifest, line)) {
+    std::istringstream columns(line);
+    std::string path, id, status, entry;
+    std::getline(columns, path, '\t');
+    std::getline(columns, id, '\t');
+    std::getline(columns, status, '\t');
+    std::getline(columns, entry, '\t');
+    files.push_back({(folder / path).string(), static_cast<FormatId>(std::atoi(id.c_str())),
+                     static_cast<uint16_t>(std::atoi(entry.c_str()))});
+  }
+  return files;
+}
+
+class CorpusTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    files_ = ReadManifest(CorpusFolder());
+    if (files_.empty()) GTEST_SKIP() << "no corpus in " << CorpusFolder();
+  }
+
+  std::vector<CorpusFile> files_;
+};
+
+io::OwnedHandle Open(const std::string& path) {
+  IOHandle* handle = nullptr;
+  EXPECT_EQ(IOOpen(&handle, kIoSourcePath, path.c_str(), 1), kIoOk) << path;
+  return io::OwnedHandle(handle);
+}
+
+TEST_F(CorpusTest, RowsThatReturnAnIdentifierNameTheirFiles) {
+  uint32_t checked = 0;
+  for (const CorpusFile& file : files_) {
+    if (file.entry == 0 || BasisOfRow(file.entry) == kFiBasisContent) continue;
+    const io::OwnedHandle handle = Open(file.path);
+    if (handle == nullptr) continue;
+    FormatId id = 0;
+    FIEvidence evidence{};
+    EXPECT_EQ(FIIdHandleEvidence(handle.get(), kFiUseFlags | kFiTextFallback, &id, &evidence), 0u);
+    EXPECT_EQ(id, file.id) << file.path;
+    EXPECT_EQ(evidence.signature, file.entry) << file.path;
+    ++checked;
+  }
+  EXPECT_GT(checked, 700u);
+}
+
+TEST_F(CorpusTest, IndexAgreesWithThePlainWalk) {
+  for (const CorpusFile& file : files_) {
+    WalkResult results[2];
+    for (const bool plain : {false, true}) {
+      const io::OwnedHandle handle = Open(file.path);
+      if (handle == nullptr) continue;
+      const ScopedStream stream(handle.get());
+      SignatureRun run;
+      run.stream = stream.get();
+      run.isStorage = io::GetInfo(handle.get(), kIoInfoIsStorage, nullptr) &&
+                      io::GetInfo(handle.get(), kIoInfoClassId, run.classId.data());
+      results[plain] = plain ? testing::PlainWalk(run) : WalkSignatures(run);
+    }
+    EXPECT_EQ(results[0].id, results[1].id) << file.path;
+    EXPECT_EQ(results[0].row, results[1].row) << file.path;
+  }
+}
+
+}  // namespace
+}  // namespace fi
