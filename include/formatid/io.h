@@ -49,6 +49,9 @@ enum {
   /* int32_t: errno of the first read that failed on this handle, 0 when none did. Handles made by
    * IOOpen answer it; a host's own handle need not. */
   kIoInfoReadError = 1001,
+  /* uint32_t: how many decrypted views lie between the handle and what the host opened. Only
+   * handles of decrypted views answer it; for every other the number is 0. */
+  kIoInfoViewDepth = 1002,
 };
 
 enum { kIoNameNarrow = 2, kIoNameWide = 4, kIoNameCapacity = 260 };
