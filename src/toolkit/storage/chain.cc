@@ -14,9 +14,10 @@ uint32_t Chain::At(uint32_t index) {
   if (index >= length_) return kNoUnit;
   Point at = NearestBefore(index);
   while (at.index < index) {
-    at = {at.index + 1, links_->Next(at.unit)};
-    const bool exists = at.unit < links_->Count();
-    if (!exists || (at.index > frontier_.index && !Extend(at))) {
+    const uint32_t before = at.unit;
+    at = {at.index + 1, links_->Next(before)};
+    const bool goesOn = at.unit < links_->Count() && at.unit != before;
+    if (!goesOn || (at.index > frontier_.index && !Extend(at))) {
       length_ = at.index;
       return kNoUnit;
     }

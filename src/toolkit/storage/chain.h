@@ -38,8 +38,8 @@ class Chain {
     uint32_t unit = kNoUnit;
   };
 
-  // Points kept for going back: 1 KB for each chain.
-  static constexpr uint32_t kPoints = 256;
+  // Points kept for going back, in 4 KB: behind them at most 1/1024 of the chain is followed again.
+  static constexpr uint32_t kPoints = 1024;
 
   Point NearestBefore(uint32_t index) const;
   bool Extend(Point at);

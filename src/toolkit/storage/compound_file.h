@@ -23,8 +23,10 @@ namespace fi::storage {
 // Streams smaller than that, in bytes, are kept in the mini stream.
 inline constexpr uint32_t kMiniStreamCutoff = 4096;
 
-// Compound files in streams of compound files that are told as such; a stream further in is bytes.
-inline constexpr uint32_t kMaxNesting = 4;
+// Levels of compound files in streams of compound files that are storages; a stream further in is
+// bytes. Each level multiplies what a read inside it costs: a sector of a badly scattered file in a
+// badly scattered file takes a walk through the tables of both.
+inline constexpr uint32_t kMaxNesting = 1;
 
 class CompoundFile {
  public:
