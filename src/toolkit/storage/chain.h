@@ -38,7 +38,7 @@ class Chain {
     uint32_t unit = kNoUnit;
   };
 
-  // Points kept for going back, in 4 KB: behind them at most 1/1024 of the chain is followed again.
+  // Points kept for going back, in 4 KB: at most 1/512 of the chain is followed again.
   static constexpr uint32_t kPoints = 1024;
 
   Point NearestBefore(uint32_t index) const;
