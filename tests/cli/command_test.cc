@@ -249,8 +249,10 @@ TEST_F(Command, EndsWithTheOutput) {
       Run({"a.png"}, "", [] { ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); });
   EXPECT_EQ(full.errors, "formatid: standard output: No space left on device\n");
   EXPECT_EQ(full.exitCode, 2);
-  // Nothing that the command opens may take the place of the closed descriptor.
-  EXPECT_EQ(Run({"a.png"}, "", [] { ::close(STDOUT_FILENO); }).exitCode, 2);
+  // The temporary file that holds a long input must not take the place of the closed descriptor,
+  // and the records with it.
+  const std::string beyondMemory(size_t{17} << 20, '\n');
+  EXPECT_EQ(Run({"-"}, beyondMemory, [] { ::close(STDOUT_FILENO); }).exitCode, 2);
 }
 
 TEST_F(Command, AlignsOnATerminal) {
