@@ -56,10 +56,13 @@ void Check(const std::vector<Case>& cases) {
     dribbling.has64Bit = false;
     EXPECT_EQ(Classify(dribbling), test.expected) << "one byte a read";
     // What the signatures left in the stream's buffer must not change the answer.
-    MemoryHandle handle(test.bytes);
-    const ScopedStream stream(&handle);
-    IdStreamGetByte(stream.get());
-    EXPECT_EQ(ClassifyPlainText(stream.get()), test.expected) << "with a filled stream";
+    for (const uint32_t most : {1u, UINT32_MAX}) {
+      MemoryHandle handle(test.bytes);
+      handle.mostPerRead = most;
+      const ScopedStream stream(&handle);
+      IdStreamGetByte(stream.get());
+      EXPECT_EQ(ClassifyPlainText(stream.get()), test.expected) << "with a filled stream";
+    }
   }
 }
 
@@ -124,6 +127,7 @@ TEST(PlainTextTest, Utf8NeedsOneSequenceAndNoneBroken) {
       {"one continuation too many", text + "\xC3\xA9\xA9 ", kTextCodePage},
       {"lead without continuation", text + "\xE2\x82 ", kTextCodePage},
       {"cut by the end of the file", text + "\xE2\x82", kTextCodePage},
+      {"four bytes cut by the end", text + "\xF0\x9F\x8D", kTextCodePage},
       {"cut by the window", Repeat("word ", kWindow - 2) + "\xE2\x82\xAC", kTextUtf8},
       {"whole at the end of the window", Repeat("word ", kWindow - 3) + "\xE2\x82\xAC", kTextUtf8},
       {"broken at the end of the window", Repeat("word ", kWindow - 2) + "\xE2x!", kTextCodePage},

@@ -72,6 +72,7 @@ TEST(DelimitedTextTest, Tables) {
       {"empty fields", "a,b,c\n,,\n1,,3\n", kComma},
       {"header without the row names", "x\ty\nr1\t1\t2\nr2\t3\t4\n", kTab},
       {"decimal commas", "a;b;c\n1,5;2,5;3,5\n4,5;5,5;6,5\n7,5;8,5;9,5\n", kSemicolon},
+      {"decimal commas without a header", "1,5;2,5;3,5\n4,5;5,5;6,5\n", kSemicolon},
       {"bars inside one of many fields", Repeat("1,2,3,4,x|y\n", 9), kComma},
       {"an exception in sixteen", Repeat("1,2,3\n", 8) + "1,2\n" + Repeat("1,2,3\n", 8), kComma},
       {"two in sixteen", Repeat("1,2,3\n", 8) + "1,2\n1,2\n" + Repeat("1,2,3\n", 8), kAscii},
@@ -90,6 +91,8 @@ TEST(DelimitedTextTest, Quotes) {
       {"quotes inside a field", "a,b\n6\" pipe,2\n", kComma},
       {"text behind the closing quote", "\"Well,\" he said\n\"Yes,\" I said\n", kAscii},
       {"quote that never closes", "a,b\n\"x,2\n", kAscii},
+      {"and whose rest is no table", Repeat("a,b\n", 20) + "1,\"x\n" + Repeat("no table\n", 9),
+       kAscii},
       {"and in one of many records", Repeat("a,b\n", 20) + "\"x,2\n" + Repeat("a,b\n", 20), kComma},
   });
 }
@@ -129,13 +132,9 @@ TEST(DelimitedTextTest, Encodings) {
   EXPECT_EQ(Sniff(le.substr(2), kUtf16), kComma);
   EXPECT_EQ(Sniff(be.substr(2), kUtf16), kComma);
   EXPECT_EQ(Sniff(be.substr(0, 3), kUtf16), kUtf16) << "nothing but the mark";
-  // U+2C0A holds the bytes of a comma and a line feed, and is neither.
+  // U+0A2C has the byte of a comma and is none.
   std::string units = "\xFF\xFE";
-  for (int i = 0; i < 20; ++i)
-    units += std::string(
-        "a\0\x0A\x2C"
-        "b\0",
-        6);
+  for (int i = 0; i < 20; ++i) units += std::string("a\0\x2C\x0A\x62\0\n\0", 8);
   EXPECT_EQ(Sniff(units, kUtf16), kUtf16);
   EXPECT_EQ(Sniff(table, kEbcdic), kEbcdic);
 }
@@ -154,6 +153,8 @@ TEST(DelimitedTextTest, ReadsMoreOnlyForWideRecords) {
       {"narrow", Repeat("1,2,3\n", 20000), kComma, kFirst},
       {"cut inside a record", Repeat("123,456\n", 1023) + "1,2,3,4,5,6\n1,2\n", kComma, kFirst},
       {"cut inside quotes", Repeat("1,2\n", 2000) + "\"" + Repeat("x,y\n", 9000), kComma, kFirst},
+      {"few records and a quoted field that may close later",
+       Repeat("a,b\n", 20) + "1,\"" + Repeat("no table\n", 5000), kComma, kFirst},
       {"prose", Repeat("words, and more of them\n\nas they come\n", 3000), kAscii, kFirst},
       {"wide records", Repeat(wide, 20), kComma, kFirst + kMost},
       {"no line end at all", Repeat("1,", 60000), kAscii, kFirst + kMost},

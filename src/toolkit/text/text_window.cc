@@ -19,9 +19,7 @@ uint32_t Narrow(char* bytes, uint32_t size) {
   const bool marked = byteAt(low) == 0xFF && byteAt(1 - low) == 0xFE;
   uint32_t out = 0;
   for (uint32_t in = marked ? 2 : 0; size - in >= 2; in += 2) {
-    const uint8_t unit = byteAt(in + low);
-    const bool ascii = byteAt(in + 1 - low) == 0 && unit < 0x80;
-    bytes[out++] = static_cast<char>(ascii ? unit : 0x80);
+    bytes[out++] = byteAt(in + 1 - low) == 0 ? bytes[in + low] : static_cast<char>(0x80);
   }
   return out;
 }

@@ -22,7 +22,7 @@ struct TextWindow {
 class TextBuffer {
  public:
   // Reads up to `size` bytes from the start of the file. `id` tells the encoding: UTF-16 text is
-  // narrowed, with 0x80 for every code unit above ASCII, and a byte-order mark is left out. Empty
+  // narrowed, with 0x80 for every code unit above U+00FF, and a byte-order mark is left out. Empty
   // when nothing can be read. The window lives as long as this buffer, until the next call.
   TextWindow Read(IOHandle* handle, FormatId id, uint32_t size);
 
