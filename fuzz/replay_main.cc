@@ -1,6 +1,6 @@
-// Replays inputs through a fuzz target without libFuzzer: each argument is a file, or a folder whose
-// files (at any depth) are taken in the order of their names. Exits with 1 when an input cannot be
-// read or there was none, so that a lost seed folder shows.
+// Replays inputs through a fuzz target without libFuzzer: each argument is a file, or a folder
+// whose files (at any depth) are taken in the order of their names. Exits with 1 when an input
+// cannot be read or there was none, so that a lost seed folder shows.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>

@@ -30,7 +30,7 @@ struct CorpusFile {
 
 fs::path CorpusFolder() {
   const char* named = std::getenv("FORMATID_CORPUS");
-  return named != nullptr ? fs::path(named) : fs::path(FORMATID_SOURCE_DIR) / "../shared/corpus";
+  return named != nullptr ? fs::path(named) : fs::path(FORMATID_CORPUS_DIR);
 }
 
 // Columns of the manifest: path, id, status, entry, family ...

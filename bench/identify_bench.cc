@@ -1,0 +1,107 @@
+// What one identification costs. From memory: what the walk of the signatures and the fallback cost
+// by themselves. From a file: beside the least that any tool must do, which is to open the file,
+// read its first 4 KB and close it; compare within one run.
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "formatid/formatid.h"
+
+namespace {
+
+constexpr size_t kFileSize = 1 << 20;
+
+// Bytes that no signature claims and that are no text: nothing but small control characters.
+std::string Binary() {
+  std::string bytes(kFileSize, '\0');
+  for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(1 + i % 6);
+  return bytes;
+}
+
+std::string Prose() {
+  std::string text;
+  while (text.size() < kFileSize) text += "Only words, one after another, and a line end.\n";
+  return text;
+}
+
+std::string Behind(const std::string& signature) { return signature + Binary(); }
+
+// The file of a scenario; each stands for one way through an identification.
+std::string Scenario(const std::string& name) {
+  if (name == "png") return Behind(std::string("\x89PNG\r\n\x1A\n", 8));
+  if (name == "drawing") return Behind(std::string("AC1015\0\0", 8));  // row 127
+  if (name == "pdf") return Behind("%PDF-1.4\n");                      // row 134
+  if (name == "text") return Prose();
+  return Binary();
+}
+
+void FromMemory(benchmark::State& state, const std::string& name, uint32_t flags) {
+  const std::string bytes = Scenario(name);
+  const IOMemorySource source = {bytes.data(), bytes.size(), "x.bin"};
+  FormatId id = 0;
+  for (auto _ : state) {
+    FIIdFile(kIoSourceMemory, &source, flags, &id);
+    benchmark::DoNotOptimize(id);
+  }
+  state.SetLabel(std::to_string(id));
+}
+
+// A file that is removed when the benchmark ends.
+class ScratchFile {
+ public:
+  explicit ScratchFile(const std::string& bytes) {
+    std::string pattern = (std::filesystem::temp_directory_path() / "formatid-XXXXXX").string();
+    const int descriptor = ::mkstemp(pattern.data());
+    if (descriptor >= 0) ::close(descriptor);
+    path_ = pattern;
+    std::ofstream(path_, std::ios::binary) << bytes;
+  }
+  ~ScratchFile() { std::filesystem::remove(path_); }
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+
+  const char* Path() const { return path_.c_str(); }
+
+ private:
+  std::string path_;
+};
+
+void FromFile(benchmark::State& state, const std::string& name) {
+  const ScratchFile file(Scenario(name));
+  FormatId id = 0;
+  for (auto _ : state) {
+    FIIdFile(kIoSourcePath, file.Path(), kFiTextFallback | kFiDelimitedText, &id);
+    benchmark::DoNotOptimize(id);
+  }
+  state.SetLabel(std::to_string(id));
+}
+
+void OpenReadClose(benchmark::State& state) {
+  const ScratchFile file(Scenario("pdf"));
+  char buffer[4096];
+  for (auto _ : state) {
+    const int descriptor = ::open(file.Path(), O_RDONLY | O_CLOEXEC);
+    benchmark::DoNotOptimize(::read(descriptor, buffer, sizeof(buffer)));
+    ::close(descriptor);
+  }
+}
+
+BENCHMARK_CAPTURE(FromMemory, full_table_miss, "binary", 0u);
+BENCHMARK_CAPTURE(FromMemory, full_table_miss_and_fallback, "binary", uint32_t{kFiTextFallback});
+BENCHMARK_CAPTURE(FromMemory, hit_at_row_127, "drawing", 0u);
+BENCHMARK_CAPTURE(FromMemory, hit_at_row_134, "pdf", 0u);
+BENCHMARK_CAPTURE(FromMemory, hit_at_row_277, "png", 0u);
+BENCHMARK_CAPTURE(FromMemory, text, "text", kFiTextFallback | kFiDelimitedText);
+BENCHMARK(OpenReadClose);
+BENCHMARK_CAPTURE(FromFile, signature, "pdf");
+BENCHMARK_CAPTURE(FromFile, nothing, "binary");
+BENCHMARK_CAPTURE(FromFile, text, "text");
+
+}  // namespace

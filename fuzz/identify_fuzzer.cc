@@ -1,0 +1,73 @@
+// A whole identification of any bytes under any flags. What the handle is like (short reads, 32-bit
+// positions) and how large the stream's buffer is must not change the answer; nothing that was
+// opened may stay open; and what is read stays within a bound per byte of the file.
+//
+// Input: one byte of flags, one that chooses the extension, then the file.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
+#include <string>
+
+#include "formatid/formatid.h"
+#include "formatid/platform.h"
+#include "tests/support/memory_handle.h"
+
+namespace {
+
+using fi::testing::MemoryHandle;
+
+constexpr const char* kNames[] = {"x",     "x.ai",  "x.tga", "x.img", "x.wbm", "x.pwp",
+                                  "x.jsh", "x.dat", "x.rbf", "x.pgl", "x.eml", "x.docx"};
+
+constexpr uint64_t kReadPerByte = 64;
+constexpr uint64_t kReadAnyway = 1 << 20;
+
+struct Answer {
+  uint32_t status;
+  FormatId id;
+  FIEvidence evidence;
+
+  bool operator==(const Answer& other) const {
+    return status == other.status && id == other.id && evidence.basis == other.evidence.basis &&
+           evidence.signature == other.evidence.signature;
+  }
+};
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+Answer Identify(MemoryHandle& handle, uint32_t flags, uint32_t bufferKilobytes, size_t size) {
+  Require(UTSetOption(UTGetGlobalOptionSet(), kUtOptionBufferSize, &bufferKilobytes, 4) == 0);
+  Answer answer{};
+  answer.status = FIIdHandleEvidence(&handle, flags, &answer.id, &answer.evidence);
+  Require(handle.opens == handle.closes);
+  Require(handle.bytesRead <= kReadPerByte * size + kReadAnyway);
+  return answer;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size < 2) return 0;
+  // The behaviour comes from the flags, so that no run depends on the one before it.
+  const uint32_t flags = (data[0] & 0x0Fu) | kFiUseFlags;
+  const std::string name = kNames[data[1] % std::size(kNames)];
+  const std::string file(reinterpret_cast<const char*>(data + 2), size - 2);
+
+  MemoryHandle plain(file, name);
+  const Answer answer = Identify(plain, flags, 2, file.size());
+  Require((flags & kFiClassOnly) != 0 || answer.id != 0);
+
+  MemoryHandle slow(file, name);
+  slow.mostPerRead = file.size() < 4096 ? 1 : 7;
+  Require(Identify(slow, flags, 1, file.size()) == answer);
+
+  MemoryHandle narrow(file, name);
+  narrow.has64Bit = false;
+  narrow.wideName = true;
+  Require(Identify(narrow, flags, 64, file.size()) == answer);
+  return 0;
+}
