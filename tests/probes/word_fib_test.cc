@@ -188,6 +188,26 @@ TEST(WordFib, WithoutSummary) {
       });
 }
 
+// The offset wraps to the "9.0" that stands in the header where positions are counted in 32 bits.
+TEST(WordFib, OffsetsDoNotWrap) {
+  std::string summary = Summary({{18, "Microsoft Word 10.0"}});
+  summary.replace(30, 3, "9.0");
+  summary.replace(kSection + 12, 4, Words32({0xFFFFFFFF - kSection + 1 + 30 - 23}));
+  ExpectOverStorage(
+      ProbeWordFib,
+      {{"wraps", {SummaryStream(summary), Stream("WordDocument", Words16({0, 0, 0x4000}))}, 1185}});
+}
+
+TEST(WordFib, MoreThanCanBeCounted) {
+  for (const uint32_t count : {0xFFFFu, 0x10000u}) {
+    std::string summary = testing::File(
+        {{0, Words32({0x0000FFFE})}, {kSection - 4, Words32({kSection, 0, count})}}, 0, '\0');
+    summary.resize(summary.size() + 8 * size_t{count});
+    StorageHandle handle({SummaryStream(summary)});
+    EXPECT_EQ(RunOverStorage(ProbeWordFib, handle), count == 0xFFFF ? 1146 : 1126);
+  }
+}
+
 // The largest table that can be counted, all of it names that lie apart, on which a walk by refills
 // of the buffer would read 260 MB.
 TEST(WordFib, ReadsALargeTableOnce) {

@@ -74,9 +74,7 @@ FormatId RightsManagedFormat(FormatId id) {
 // password, or with a wrong one, it stays what the extension says.
 uint32_t ClassifyStandardWorkbook(IOHandle* document, FormatId* outId, O12InitFunction decrypt) {
   const uint32_t status = DecryptAndReidentify(document, outId, decrypt);
-  if (status != kFiWrongPassword && status != kFiPasswordNeeded) return status;
-  *outId = kFormatEncryptedExcelXmlWorkbook2007;
-  return 0;
+  return status == kFiWrongPassword || status == kFiPasswordNeeded ? 0 : status;
 }
 
 }  // namespace
