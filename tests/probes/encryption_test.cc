@@ -17,7 +17,6 @@ using testing::Bytes;
 using testing::ExpectOverStorage;
 using testing::MemoryHandle;
 using testing::Storage;
-using testing::StorageHandle;
 using testing::Stream;
 
 TEST(EncryptionInfo, Version) {
