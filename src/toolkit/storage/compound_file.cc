@@ -56,7 +56,7 @@ std::unique_ptr<CompoundFile> CompoundFile::Open(IOHandle* handle, uint32_t nest
 }
 
 bool CompoundFile::Start(const uint8_t* header) {
-  if (!sectors_.Start(LoadLE16(header + kSectorShift))) return false;
+  sectors_.Start(LoadLE16(header + kSectorShift));
   wideSizes_ = LoadLE16(header + kMajorVersion) != 3;
   difat_.Start(header + kListedFatSectors, LoadLE32(header + kFirstDifatSector));
   directory_.Start(fat_, LoadLE32(header + kFirstDirectorySector));

@@ -42,7 +42,7 @@ class CompoundFile {
   uint32_t nesting() const { return nesting_; }
   Storage& root() { return *root_; }
 
-  // Lets ReadEntry read up to `loads` sectors from here on.
+  // Lets ReadEntry read up to `loads` blocks (SectorCache) from here on.
   void AllowLoads(uint32_t loads) { loadLimit_ = sectors_.loads() + loads; }
 
   // Reads the entry of that number. False when it is unused, cut off or does not exist, or when no

@@ -1,11 +1,11 @@
-// The sectors of a compound file, and the few of its tables that were read last. Streams do not go
-// through the cache.
+// The sectors of a compound file, and the few blocks of its tables and directory that were read
+// last. A block is 4 KB, whatever the sector size: tables lie close together, and a handle on a
+// file reads no less at a time. Streams do not go through the cache.
 #ifndef FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
 #define FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
 
 #include <array>
 #include <cstdint>
-#include <memory>
 
 #include "toolkit/storage/handle_reader.h"
 
@@ -21,8 +21,8 @@ class SectorCache {
  public:
   explicit SectorCache(HandleReader reader) : reader_(reader) {}
 
-  // `shift` is the binary logarithm of the sector size. False when memory runs out.
-  bool Start(uint32_t shift);
+  // `shift` is the binary logarithm of the sector size. REQUIRES: 6 < shift <= 12.
+  void Start(uint32_t shift);
 
   const HandleReader& reader() const { return reader_; }
   uint32_t shift() const { return shift_; }
@@ -37,29 +37,32 @@ class SectorCache {
   // A sector's bytes, empty when it does not exist. Valid until the next call.
   SectorView Load(uint32_t sector);
 
-  // Sectors read from the handle so far.
+  // Blocks read from the handle so far.
   uint64_t loads() const { return loads_; }
 
  private:
+  static constexpr uint32_t kBlockShift = 12;
+  static constexpr uint32_t kBlockSize = 1u << kBlockShift;
+
   // FAT, DIFAT, mini FAT, mini stream map and directory each have one in use, and the FAT sectors
   // of two chains may alternate; the rest is for the way down a directory tree.
   static constexpr uint32_t kSlots = 8;
 
   struct Slot {
-    uint32_t sector = 0;
-    uint32_t size = 0;  // 0: empty
+    uint64_t block = 0;
     uint64_t used = 0;
+    uint32_t size = 0;  // 0: empty
+    std::array<uint8_t, kBlockSize> bytes;
   };
 
-  uint8_t* BytesOf(const Slot& slot);
+  const Slot& LoadBlock(uint64_t block);
 
   HandleReader reader_;
   uint32_t shift_ = 0;
   uint32_t sectors_ = 0;
   uint64_t loads_ = 0;
   uint64_t clock_ = 0;
-  std::array<Slot, kSlots> slots_{};
-  std::unique_ptr<uint8_t[]> bytes_;
+  std::array<Slot, kSlots> slots_;
 };
 
 }  // namespace fi::storage

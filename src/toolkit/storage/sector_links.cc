@@ -1,5 +1,7 @@
 #include "toolkit/storage/sector_links.h"
 
+#include <cstddef>
+
 #include "toolkit/storage/little_endian.h"
 
 namespace fi::storage {

@@ -15,8 +15,8 @@ class CompoundFile;
 // the limit is for files without order.
 inline constexpr uint32_t kMaxSiblings = 1024;
 
-// Directory and table sectors that one search reads before it gives up.
-inline constexpr uint32_t kMaxSearchLoads = 4096;
+// Blocks of 4 KB that one search reads of directory and tables before it gives up.
+inline constexpr uint32_t kMaxSearchLoads = 1024;
 
 class Storage {
  public:
