@@ -6,7 +6,15 @@
 #include "platform/format_ids.h"
 #include "probes/content/encoded_text.h"
 #include "probes/storage/classifier.h"
+#include "probes/storage/designer.h"
+#include "probes/storage/legacy_document.h"
 #include "probes/storage/message_class.h"
+#include "probes/storage/project.h"
+#include "probes/storage/publisher.h"
+#include "probes/storage/quattro_pro.h"
+#include "probes/storage/visio.h"
+#include "probes/storage/word_fib.h"
+#include "probes/storage/workbook.h"
 
 namespace fi {
 namespace {
@@ -25,6 +33,11 @@ FormatId NoProbe(const ProbeCall& /*call*/) { return kNoMatch; }
 // The five bytes that lead here are proof enough; this code never answers no match.
 FormatId RichText(const ProbeCall& /*call*/) { return kFormatRichText; }
 
+// The code is the format that the storage's class stands for.
+FormatId PerfectOfficeMain(const ProbeCall& call) {
+  return ProbePerfectOfficeMain(call.run.stream, call.code);
+}
+
 FormatId MessageClass(const ProbeCall& call) { return MapMessageClass(call.run.stream, call.code); }
 
 FormatId Classifier(const ProbeCall& call) {
@@ -36,37 +49,98 @@ FormatId Classifier(const ProbeCall& call) {
 
 // Sorted by code, for the search below.
 constexpr ProbeEntry kProbes[] = {
-    {1003, NoProbe},    {1007, NoProbe},      {1010, NoProbe},
-    {1018, NoProbe},    {1019, NoProbe},      {1020, NoProbe},
-    {1021, NoProbe},    {1023, NoProbe},      {1025, NoProbe},
-    {1028, RichText},   {1034, NoProbe},      {1041, NoProbe},
-    {1057, NoProbe},    {1077, NoProbe},      {1082, NoProbe},
-    {1108, NoProbe},    {1141, NoProbe},      {1143, MessageClass},
-    {1146, NoProbe},    {1168, NoProbe},      {1187, NoProbe},
-    {1190, NoProbe},    {1201, NoProbe},      {1206, NoProbe},
-    {1210, NoProbe},    {1212, NoProbe},      {1213, NoProbe},
-    {1224, NoProbe},    {1311, MessageClass}, {1341, NoProbe},
-    {1342, NoProbe},    {1416, NoProbe},      {1417, NoProbe},
-    {1445, NoProbe},    {1446, NoProbe},      {1447, NoProbe},
-    {1450, NoProbe},    {1453, NoProbe},      {1472, NoProbe},
-    {1504, NoProbe},    {1505, NoProbe},      {1515, NoProbe},
-    {1518, NoProbe},    {1528, NoProbe},      {1535, NoProbe},
-    {1544, NoProbe},    {1557, NoProbe},      {1569, NoProbe},
-    {1570, NoProbe},    {1571, NoProbe},      {1572, NoProbe},
-    {1575, NoProbe},    {1579, NoProbe},      {1580, NoProbe},
-    {1588, NoProbe},    {1597, NoProbe},      {1601, NoProbe},
-    {1631, NoProbe},    {1644, NoProbe},      {1705, NoProbe},
-    {1710, NoProbe},    {1716, NoProbe},      {1720, NoProbe},
-    {1721, NoProbe},    {1723, NoProbe},      {1726, NoProbe},
-    {1730, NoProbe},    {1802, NoProbe},      {1803, NoProbe},
-    {1807, NoProbe},    {1814, NoProbe},      {1820, NoProbe},
-    {1999, Classifier}, {2007, NoProbe},      {2202, NoProbe},
-    {2233, NoProbe},    {2400, NoProbe},      {2404, NoProbe},
-    {2405, NoProbe},    {2406, NoProbe},      {4050, OfStream<EncodedTextProbe>},
-    {5004, NoProbe},    {6100, NoProbe},      {6102, NoProbe},
-    {6103, NoProbe},    {6104, NoProbe},      {6106, NoProbe},
-    {6108, NoProbe},    {6200, NoProbe},      {6201, NoProbe},
-    {6202, NoProbe},    {6203, NoProbe},
+    {1003, NoProbe},
+    {1007, NoProbe},
+    {1010, NoProbe},
+    {1018, NoProbe},
+    {1019, NoProbe},
+    {1020, NoProbe},
+    {1021, NoProbe},
+    {1023, NoProbe},
+    {1025, NoProbe},
+    {1028, RichText},
+    {1034, NoProbe},
+    {1041, NoProbe},
+    {1057, NoProbe},
+    {1077, NoProbe},
+    {1082, OfStream<ProbeLegacyDocument>},
+    {1108, NoProbe},
+    {1141, NoProbe},
+    {1143, MessageClass},
+    {1146, OfStream<ProbeWordFib>},
+    {1168, NoProbe},
+    {1187, NoProbe},
+    {1190, NoProbe},
+    {1201, NoProbe},
+    {1206, NoProbe},
+    {1210, NoProbe},
+    {1212, NoProbe},
+    {1213, NoProbe},
+    {1224, OfStream<ProbeNumberedStorages>},
+    {1311, MessageClass},
+    {1341, NoProbe},
+    {1342, NoProbe},
+    {1416, NoProbe},
+    {1417, NoProbe},
+    {1445, OfStream<ProbeNativeContentMain>},
+    {1446, OfStream<ProbeWorkbook>},
+    {1447, PerfectOfficeMain},
+    {1450, PerfectOfficeMain},
+    {1453, PerfectOfficeMain},
+    {1472, NoProbe},
+    {1504, NoProbe},
+    {1505, NoProbe},
+    {1515, NoProbe},
+    {1518, NoProbe},
+    {1528, NoProbe},
+    {1535, NoProbe},
+    {1544, NoProbe},
+    {1557, NoProbe},
+    {1569, NoProbe},
+    {1570, NoProbe},
+    {1571, NoProbe},
+    {1572, NoProbe},
+    {1575, NoProbe},
+    {1579, OfStream<ProbeDesignerDoc>},
+    {1580, NoProbe},
+    {1588, NoProbe},
+    {1597, OfStream<ProbeVisioDocument>},
+    {1601, NoProbe},
+    {1631, OfStream<ProbeVisioDocument>},
+    {1644, NoProbe},
+    {1705, NoProbe},
+    {1710, NoProbe},
+    {1716, NoProbe},
+    {1720, NoProbe},
+    {1721, NoProbe},
+    {1723, NoProbe},
+    {1726, NoProbe},
+    {1730, NoProbe},
+    {1802, NoProbe},
+    {1803, NoProbe},
+    {1807, NoProbe},
+    {1814, NoProbe},
+    {1820, NoProbe},
+    {1999, Classifier},
+    {2007, NoProbe},
+    {2202, OfStream<ProbeContentsStream>},
+    {2233, NoProbe},
+    {2400, NoProbe},
+    {2404, NoProbe},
+    {2405, NoProbe},
+    {2406, NoProbe},
+    {4050, OfStream<EncodedTextProbe>},
+    {5004, NoProbe},
+    {6100, NoProbe},
+    {6102, NoProbe},
+    {6103, NoProbe},
+    {6104, NoProbe},
+    {6106, NoProbe},
+    {6108, NoProbe},
+    {6200, NoProbe},
+    {6201, NoProbe},
+    {6202, NoProbe},
+    {6203, NoProbe},
 };
 
 constexpr bool IsSorted() {

@@ -1,4 +1,5 @@
-// Names a compound document by the streams and storages that it holds.
+// Names a compound document by the streams and storages that it holds, and where several formats
+// share a name, by the first bytes of the stream.
 #ifndef FI_PROBES_STORAGE_CLASSIFIER_H_
 #define FI_PROBES_STORAGE_CLASSIFIER_H_
 
@@ -9,9 +10,9 @@
 
 namespace fi {
 
-// Stores the format in `*outId`, kNoMatch when the document is not recognised. `extension` is
-// upper-cased, of up to four characters and NUL-terminated. The result is the status of a
-// decryption, 0 when none was tried. No storage can be opened yet, so nothing is recognised.
+// Stores the format in `*outId`, kNoMatch when the handle is no storage or the document is not
+// recognised. `extension` is upper-cased, of up to four characters and NUL-terminated. The result
+// is the status of a decryption (see DecryptAndReidentify), 0 when none was tried.
 uint32_t ClassifyCompoundDocument(IdentificationStream* stream, const char* extension,
                                   FormatId* outId);
 

@@ -1,4 +1,4 @@
-// Tells message items apart by their message class (IPM.Note, IPM.Contact ...).
+// Tells the items of a mail program apart by their message class (IPM.Note, IPM.Contact ...).
 #ifndef FI_PROBES_STORAGE_MESSAGE_CLASS_H_
 #define FI_PROBES_STORAGE_MESSAGE_CLASS_H_
 
@@ -8,8 +8,7 @@
 namespace fi {
 
 // The item's identifier in the family of `baseId`: 1143 (messages) or any other (templates). An
-// item whose class is unknown, or cannot be read as long as no storage opens, gets the family's
-// default.
+// item whose class is unknown or not stored gets the family's default. The stream is not moved.
 FormatId MapMessageClass(IdentificationStream* stream, FormatId baseId);
 
 }  // namespace fi

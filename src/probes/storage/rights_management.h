@@ -6,9 +6,13 @@
 
 namespace fi {
 
-// Whether the storage holds a stream of protected content. No storage can be opened yet, so none
-// does.
+// Whether a binary document holds its protected content in a stream beside a notice: "DRMContent"
+// behind one control character.
 bool CheckDrmContentStream(IdentificationStream* stream);
+
+// Whether the package in the compound file is protected by the rights-management transform, in
+// place of an encryption with a password.
+bool CheckRightsManagedTransform(IdentificationStream* stream);
 
 }  // namespace fi
 
