@@ -75,7 +75,8 @@ typedef struct IOHandleOperations {
   int32_t (*tell)(IOHandle* handle, uint32_t* position);
   int32_t (*getInfo)(IOHandle* handle, uint32_t code, void* out);
   /* Opens a related handle (source types 11, 12, 39 and 40); the caller closes it, before it
-   * closes this one. */
+   * closes the one that it came from, and uses both in one thread. `flags`: 1, or 513, which means
+   * the same: for reading. kIoNotFound: there is no such child of that kind. */
   int32_t (*open)(IOHandle* handle, IOHandle** target, uint32_t sourceType, const void* source,
                   uint32_t flags);
   /* The same with 64-bit positions. Both may be NULL. */
@@ -98,10 +99,11 @@ enum {
   kIoSourceMemory = 3,
   /* IODescriptorSource. */
   kIoSourceDescriptor = 4,
-  /* Of a handle's own open operation: a stream and a sub-storage of a storage by name; the file as
-   * a ZIP package view and a member of a package view by path. */
+  /* Of a handle's own open operation: a stream and a sub-storage of a storage by name
+   * (IOChildSource). */
   kIoSourceStorageStream = 11,
   kIoSourceSubStorage = 12,
+  /* The file as a ZIP package view and a member of a package view by path. */
   kIoSourcePackage = 39,
   kIoSourcePackageMember = 40,
 };
@@ -130,7 +132,7 @@ typedef struct IOChildSource {
   const char* name;
 } IOChildSource;
 
-/* Results of IOOpen. */
+/* Results of IOOpen and of a handle's open operation. */
 enum {
   kIoOk = 0,
   kIoNotFound = -5,

@@ -47,23 +47,17 @@ int32_t CheckRegular(const struct stat& status) {
 
 // Asks what the path names before opening it: opening a fifo or a device can wait, or disturb
 // whoever is at the other end. Should the path change in between, O_NONBLOCK keeps the open from
-// waiting and the second look refuses what it got.
+// waiting, and the reads that follow are bounded whatever it now names; to ask again would cost
+// each file a call.
 int32_t OpenPath(IOHandle** out, const char* path) {
   struct stat status;
   if (::stat(path, &status) != 0) return Fail(errno);
   if (const int32_t result = CheckRegular(status); result != kIoOk) return result;
   const int descriptor = ::open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
   if (descriptor < 0) return Fail(errno);
-  int32_t result = ::fstat(descriptor, &status) == 0 ? CheckRegular(status) : Fail(errno);
-  if (result == kIoOk) {
-    result = Finish(out, new (std::nothrow)
-                             FileHandle(descriptor, DescriptorUse::kOwned, status.st_size, path));
-  }
-  if (result != kIoOk) {
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-  }
+  const int32_t result = Finish(
+      out, new (std::nothrow) FileHandle(descriptor, DescriptorUse::kOwned, status.st_size, path));
+  if (result != kIoOk) ::close(descriptor);
   return result;
 }
 

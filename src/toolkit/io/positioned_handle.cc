@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "toolkit/storage/compound_file.h"
+
 namespace fi::io {
 namespace {
 
@@ -14,13 +16,26 @@ const IOHandleOperations PositionedHandle::kOperations = {
     Close, Read, nullptr, Seek, Tell, GetInfo, Open, Seek64, Tell64,
 };
 
-PositionedHandle::PositionedHandle(std::string_view name) : IOHandle{&kOperations} {
+PositionedHandle::PositionedHandle(std::string_view name, uint32_t nesting)
+    : IOHandle{&kOperations}, nesting_(nesting) {
   name = name.substr(name.rfind('/') + 1);
   const size_t kept = std::min(name.size(), name_.size() - 1);
   name.copy(name_.data(), kept, name.size() - kept);
 }
 
+PositionedHandle::~PositionedHandle() = default;
+
 int32_t PositionedHandle::OtherInfo(uint32_t /*code*/, void* /*out*/) { return -1; }
+
+storage::Storage* PositionedHandle::AsStorage() {
+  if (!askedForStorage_) {
+    askedForStorage_ = true;
+    if (nesting_ <= storage::kMaxNesting) {
+      compoundFile_ = storage::CompoundFile::Open(this, nesting_);
+    }
+  }
+  return compoundFile_ == nullptr ? nullptr : &compoundFile_->root();
+}
 
 int32_t PositionedHandle::Close(IOHandle* handle) noexcept {
   delete static_cast<PositionedHandle*>(handle);
@@ -69,6 +84,14 @@ int32_t PositionedHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) no
     case kIoInfoFileName:
       std::memcpy(out, self->name_.data(), self->name_.size());
       return 0;
+    case kIoInfoIsStorage:
+      return self->AsStorage() == nullptr ? -1 : 0;
+    case kIoInfoClassId: {
+      const storage::Storage* storage = self->AsStorage();
+      if (storage == nullptr) return -1;
+      std::memcpy(out, storage->classId().data(), storage->classId().size());
+      return 0;
+    }
     case kIoInfoNameWidth:
       std::memcpy(out, &kNarrow, sizeof(kNarrow));
       return 0;
@@ -79,11 +102,14 @@ int32_t PositionedHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) no
   }
 }
 
-// No kind of handle has children yet.
-int32_t PositionedHandle::Open(IOHandle* /*handle*/, IOHandle** target, uint32_t /*sourceType*/,
-                               const void* /*source*/, uint32_t /*flags*/) noexcept {
+int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sourceType,
+                               const void* source, uint32_t /*flags*/) noexcept {
   *target = nullptr;
-  return kIoError;
+  if (source == nullptr) return kIoError;
+  if (sourceType != kIoSourceStorageStream && sourceType != kIoSourceSubStorage) return kIoError;
+  storage::Storage* storage = static_cast<PositionedHandle*>(handle)->AsStorage();
+  if (storage == nullptr) return kIoError;
+  return storage->Open(target, sourceType, *static_cast<const IOChildSource*>(source));
 }
 
 }  // namespace fi::io

@@ -1,13 +1,20 @@
 // Base of the handles that the toolkit makes: it keeps the position and the name, so that a kind of
-// handle only has to say how large it is and how bytes at an offset are read.
+// handle only has to say how large it is and how bytes at an offset are read. Whatever holds a
+// compound file is a structured storage; that is looked up when it is first asked for.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "formatid/io.h"
+
+namespace fi::storage {
+class CompoundFile;
+class Storage;
+}  // namespace fi::storage
 
 namespace fi::io {
 
@@ -18,8 +25,9 @@ class PositionedHandle : public IOHandle {
 
  protected:
   // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
-  explicit PositionedHandle(std::string_view name);
-  virtual ~PositionedHandle() = default;
+  // `nesting` is the number of containers around these bytes.
+  explicit PositionedHandle(std::string_view name, uint32_t nesting = 0);
+  virtual ~PositionedHandle();
 
   virtual int64_t Size() = 0;
 
@@ -29,6 +37,9 @@ class PositionedHandle : public IOHandle {
 
   // The codes that differ by kind; everything else is answered by the base.
   virtual int32_t OtherInfo(uint32_t code, void* out);
+
+  // The storage that the handle is, null when it is none.
+  virtual storage::Storage* AsStorage();
 
  private:
   static int32_t Close(IOHandle* handle) noexcept;
@@ -44,6 +55,9 @@ class PositionedHandle : public IOHandle {
   static const IOHandleOperations kOperations;
 
   int64_t position_ = 0;
+  const uint32_t nesting_;
+  bool askedForStorage_ = false;
+  std::unique_ptr<storage::CompoundFile> compoundFile_;
   std::array<char, kIoNameCapacity> name_{};
 };
 

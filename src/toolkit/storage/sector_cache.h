@@ -1,0 +1,67 @@
+// The sectors of a compound file, and the few of its tables that were read last. Streams do not go
+// through the cache.
+#ifndef FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
+#define FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+#include "toolkit/storage/handle_reader.h"
+
+namespace fi::storage {
+
+// The leading bytes of a sector that exist; `size` is short where the file is cut.
+struct SectorView {
+  const uint8_t* data = nullptr;
+  uint32_t size = 0;
+};
+
+class SectorCache {
+ public:
+  explicit SectorCache(HandleReader reader) : reader_(reader) {}
+
+  // `shift` is the binary logarithm of the sector size. False when memory runs out.
+  bool Start(uint32_t shift);
+
+  const HandleReader& reader() const { return reader_; }
+  uint32_t shift() const { return shift_; }
+  uint32_t sectorSize() const { return 1u << shift_; }
+
+  // Sectors that the handle holds behind the header; a cut one at the end counts.
+  uint32_t sectors() const { return sectors_; }
+
+  // Offset in the file. The header takes the room of one sector.
+  uint64_t OffsetOf(uint32_t sector) const { return (uint64_t{sector} + 1) << shift_; }
+
+  // A sector's bytes, empty when it does not exist. Valid until the next call.
+  SectorView Load(uint32_t sector);
+
+  // Sectors read from the handle so far.
+  uint64_t loads() const { return loads_; }
+
+ private:
+  // FAT, DIFAT, mini FAT, mini stream map and directory each have one in use, and the FAT sectors
+  // of two chains may alternate; the rest is for the way down a directory tree.
+  static constexpr uint32_t kSlots = 8;
+
+  struct Slot {
+    uint32_t sector = 0;
+    uint32_t size = 0;  // 0: empty
+    uint64_t used = 0;
+  };
+
+  uint8_t* BytesOf(const Slot& slot);
+
+  HandleReader reader_;
+  uint32_t shift_ = 0;
+  uint32_t sectors_ = 0;
+  uint64_t loads_ = 0;
+  uint64_t clock_ = 0;
+  std::array<Slot, kSlots> slots_{};
+  std::unique_ptr<uint8_t[]> bytes_;
+};
+
+}  // namespace fi::storage
+
+#endif  // FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_

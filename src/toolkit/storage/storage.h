@@ -1,0 +1,53 @@
+// A storage: a folder of a compound file, whose entries are found by name.
+#ifndef FI_TOOLKIT_STORAGE_STORAGE_H_
+#define FI_TOOLKIT_STORAGE_STORAGE_H_
+
+#include <cstdint>
+
+#include "formatid/io.h"
+#include "toolkit/storage/directory_entry.h"
+
+namespace fi::storage {
+
+class CompoundFile;
+
+// Entries of one storage that a search looks at. A balanced tree of that many has a depth of 11;
+// the limit is for files without order.
+inline constexpr uint32_t kMaxSiblings = 1024;
+
+// Directory and table sectors that one search reads before it gives up.
+inline constexpr uint32_t kMaxSearchLoads = 4096;
+
+class Storage {
+ public:
+  // `entry` is that of a storage or the root. `file` is borrowed.
+  Storage(CompoundFile& file, const DirectoryEntry& entry);
+
+  CompoundFile& file() const { return *file_; }
+  const ClassId& classId() const { return classId_; }
+
+  // Finds the child of that name, of that kind, and stores its entry. The entries form a tree in
+  // the order of their names; it is searched as one. Only when that finds nothing, all entries are
+  // gone through once to see whether they are in order at all: where a writer did not keep it,
+  // every later search looks at all of them.
+  bool Find(const EntryName& name, EntryKind kind, DirectoryEntry* found);
+
+  // The open operation of a handle on this storage (formatid/io.h).
+  // REQUIRES: sourceType is kIoSourceStorageStream or kIoSourceSubStorage.
+  int32_t Open(IOHandle** target, uint32_t sourceType, const IOChildSource& source);
+
+ private:
+  enum class Order { kUnknown, kKept, kBroken };
+
+  bool Search(const EntryName& name, DirectoryEntry* found);
+  bool GoThrough(const EntryName& name, DirectoryEntry* found);
+
+  CompoundFile* file_;
+  ClassId classId_;
+  uint32_t child_;
+  Order order_ = Order::kUnknown;
+};
+
+}  // namespace fi::storage
+
+#endif  // FI_TOOLKIT_STORAGE_STORAGE_H_
