@@ -231,7 +231,8 @@ TEST(Decryption, DamagedStandardDescriptorsAreRefusedUnasked) {
       {"header larger than the stream", set(8, "\xFF\xFF\xFF\xFF")},
       {"header smaller than its fields", set(8, "\x1F\0\0\0")},
       {"header over the verifier", set(8, "\x60\0\0\0")},
-      {"no AES flag", set(12, "\4\0\0\0")},
+      {"no algorithm, and no AES flag",
+       [&](std::string info) { return info.replace(12, 12, 12, 0); }},
       {"RC4", set(20, "\1\x68\0\0")},
       {"another hash", set(24, "\3\x80\0\0")},
       {"key size of another cipher", set(28, "\0\1\0\0")},
@@ -251,11 +252,14 @@ TEST(Decryption, DamagedStandardDescriptorsAreRefusedUnasked) {
   }
 }
 
-TEST(Decryption, KeySizeOfTheStandardSchemeMayBeLeftOpen) {
-  EncryptedPackage package = WriteStandard(Package(100), {});
-  package.info.replace(20, 12, 12, '\0');
-  Opening opening(package);
-  EXPECT_EQ(opening.Open({"secret"}), kFiOk);
+TEST(Decryption, FlagsOrAlgorithmOfTheStandardSchemeMayBeLeftOut) {
+  const EncryptedPackage good = WriteStandard(Package(100), {});
+  EncryptedPackage open = good;
+  open.info.replace(20, 12, 12, '\0');
+  EXPECT_EQ(Opening(open).Open({"secret"}), kFiOk);
+  EncryptedPackage noFlags = good;
+  noFlags.info.replace(12, 4, 4, '\0');
+  EXPECT_EQ(Opening(noFlags).Open({"secret"}), kFiOk);
 }
 
 TEST(Decryption, DamagedAgileDescriptorsAreRefusedUnasked) {
@@ -306,7 +310,9 @@ TEST(Decryption, DamagedAgileDescriptorsAreRefusedUnasked) {
       good.info.find("<keyData"), good.info.find("<dataIntegrity") - good.info.find("<keyData"));
   damaged.push_back(Replace(good.info, keyData, ""));
   damaged.push_back(Replace(good.info, keyData, keyData + keyData));
-  damaged.push_back(Replace(good.info, "keyEncryptor/password", "keyEncryptor/certificate"));
+  damaged.push_back(
+      Replace(good.info, "uri=\"http://schemas.microsoft.com/office/2006/keyEncryptor/password",
+              "uri=\"http://schemas.microsoft.com/office/2006/keyEncryptor/certificate"));
   damaged.push_back(Replace(good.info, "</encryption>", ""));
   damaged.push_back(Replace(good.info, "</encryption>", "</encryption><more/>"));
   damaged.push_back(Replace(good.info, "<encryption", "<!DOCTYPE encryption []><encryption"));
@@ -321,6 +327,22 @@ TEST(Decryption, DamagedAgileDescriptorsAreRefusedUnasked) {
   }
   // Ten million rounds take seconds.
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+// Documents that are encrypted for certificates too have a key encryptor for each; and there are
+// writers who leave out the prefix.
+TEST(Decryption, PasswordKeyIsFoundByItsEncryptor) {
+  const EncryptedPackage good = WriteAgile(Package(100), {});
+  const std::string certificate =
+      "<keyEncryptor uri=\"http://schemas.microsoft.com/office/2006/keyEncryptor/certificate\">"
+      "<c:encryptedKey xmlns:c=\"c\" encryptedKeyValue=\"AAAA\"/></keyEncryptor>";
+  for (const std::string& info :
+       {Replace(good.info, "<keyEncryptors>", "<keyEncryptors>" + certificate),
+        Replace(good.info, "</keyEncryptors>", certificate + "</keyEncryptors>"),
+        Replace(good.info, "<p:encryptedKey", "<encryptedKey")}) {
+    Opening opening(EncryptedPackage{info, good.package});
+    EXPECT_EQ(opening.Open({"secret"}), kFiOk) << info.substr(8);
+  }
 }
 
 TEST(Decryption, SpinsUpToTheLimitAreTaken) {

@@ -22,13 +22,12 @@
 namespace fi::crypto {
 namespace {
 
-// Expat hands names over as namespace, this separator, local name.
-constexpr char kSeparator = '|';
-constexpr std::string_view kKeyData = "http://schemas.microsoft.com/office/2006/encryption|keyData";
-constexpr std::string_view kDataIntegrity =
-    "http://schemas.microsoft.com/office/2006/encryption|dataIntegrity";
-constexpr std::string_view kPasswordKey =
-    "http://schemas.microsoft.com/office/2006/keyEncryptor/password|encryptedKey";
+constexpr std::string_view kPasswordUri =
+    "http://schemas.microsoft.com/office/2006/keyEncryptor/password";
+
+// Without the prefix: there are writers who leave it out where it ought to stand, and the uri of
+// the key encryptor tells the same as its namespace.
+std::string_view LocalName(std::string_view name) { return name.substr(name.rfind(':') + 1); }
 
 struct ParserFree {
   void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
@@ -97,7 +96,7 @@ class DescriptorReader {
       : limits_(limits), info_(info) {}
 
   bool Read(Bytes xml) {
-    const OwnedParser parser(XML_ParserCreateNS(nullptr, kSeparator));
+    const OwnedParser parser(XML_ParserCreate(nullptr));
     if (parser == nullptr) return false;
     parser_ = parser.get();
     XML_SetUserData(parser_, this);
@@ -112,7 +111,7 @@ class DescriptorReader {
  private:
   static void OnElement(void* self, const XML_Char* name, const XML_Char** attributes) noexcept {
     auto* reader = static_cast<DescriptorReader*>(self);
-    if (!reader->Take(name, Attributes(attributes))) reader->Stop();
+    if (!reader->Take(LocalName(name), Attributes(attributes))) reader->Stop();
   }
 
   // No descriptor has one; without it there are no entities to expand.
@@ -124,17 +123,23 @@ class DescriptorReader {
   void Stop() { XML_StopParser(parser_, XML_FALSE); }
 
   bool Take(std::string_view name, const Attributes& attributes) {
-    if (name == kKeyData) {
-      if (hasKeyData_) return false;
-      hasKeyData_ = true;
-      return ReadCipher(attributes, &info_->package);
-    }
-    if (name == kDataIntegrity) {
+    if (name == "keyData") return TakeKeyData(attributes);
+    if (name == "dataIntegrity") {
       info_->hasIntegrity = true;
       return attributes.Base64("encryptedHmacKey", &info_->encryptedHmacKey) &&
              attributes.Base64("encryptedHmacValue", &info_->encryptedHmacValue);
     }
-    if (name != kPasswordKey) return true;
+    if (name == "keyEncryptor") isPassword_ = attributes.Get("uri") == kPasswordUri;
+    return name != "encryptedKey" || !isPassword_ || TakePasswordKey(attributes);
+  }
+
+  bool TakeKeyData(const Attributes& attributes) {
+    if (hasKeyData_) return false;
+    hasKeyData_ = true;
+    return ReadCipher(attributes, &info_->package);
+  }
+
+  bool TakePasswordKey(const Attributes& attributes) {
     if (hasPasswordKey_) return false;
     hasPasswordKey_ = true;
     const std::optional<uint32_t> spins = attributes.Number("spinCount");
@@ -161,6 +166,7 @@ class DescriptorReader {
   const DecryptionLimits& limits_;
   AgileInfo* const info_;
   XML_Parser parser_ = nullptr;
+  bool isPassword_ = false;  // the key encryptor that was last met
   bool hasKeyData_ = false;
   bool hasPasswordKey_ = false;
 };

@@ -32,15 +32,16 @@ constexpr uint64_t kFlagAes = 0x20;
 constexpr uint64_t kSha1 = 0x8004;
 
 // Bytes of the key; nothing when the header asks for another cipher, RC4 above all. An algorithm
-// and a hash of 0 mean that the flags decide, for AES and SHA-1.
+// of 0 leaves the choice to the flags; where it is named, some writers leave the flags empty. A
+// hash of 0 means SHA-1.
 std::optional<size_t> KeySize(Bytes header) {
-  const uint64_t flags = LoadLE<4>(header, 0);
   const uint64_t hash = LoadLE<4>(header, kHashAlgorithmAt);
-  if ((flags & kFlagAes) == 0 || (hash != 0 && hash != kSha1)) return std::nullopt;
+  if (hash != 0 && hash != kSha1) return std::nullopt;
   const uint64_t bits = LoadLE<4>(header, kKeyBitsAt);
   size_t size = 0;
   switch (LoadLE<4>(header, kAlgorithmAt)) {
     case 0:
+      if ((LoadLE<4>(header, 0) & kFlagAes) == 0) return std::nullopt;
       size = bits == 192 || bits == 256 ? static_cast<size_t>(bits) / 8 : 16;
       break;
     case 0x660E:
