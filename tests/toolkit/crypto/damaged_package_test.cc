@@ -1,0 +1,210 @@
+// Descriptors and packages that are damaged, or made to cost much.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/support/encrypted_package_writer.h"
+#include "tests/support/package_opening.h"
+
+namespace fi::crypto {
+namespace {
+
+using testing::EncryptedPackage;
+using testing::Opening;
+using testing::Package;
+using testing::Replace;
+using testing::WriteAgile;
+using testing::WriteStandard;
+
+// The value of the first attribute of that name behind `element`.
+std::string SetAttribute(const std::string& text, const std::string& element,
+                         const std::string& name, const std::string& value) {
+  const size_t at = text.find(" " + name + "=\"", text.find("<" + element)) + name.size() + 3;
+  std::string changed = text;
+  return changed.replace(at, text.find('"', at) - at, value);
+}
+
+TEST(Decryption, DamagedStandardDescriptorsAreRefusedUnasked) {
+  const EncryptedPackage good = WriteStandard(Package(100), {});
+  const auto set = [](size_t offset, const char* bytes) {
+    return [=](std::string info) { return info.replace(offset, 4, bytes, 4); };
+  };
+  const struct {
+    const char* name;
+    std::function<std::string(std::string)> damage;
+  } cases[] = {
+      {"minor version 3 (extensible)", set(0, "\4\0\3\0")},
+      {"minor version 4 with numbers", set(0, "\4\0\4\0")},
+      {"major version 1", set(0, "\1\0\2\0")},
+      {"header larger than the stream", set(8, "\xFF\xFF\xFF\xFF")},
+      {"header smaller than its fields", set(8, "\x1F\0\0\0")},
+      {"header over the verifier", set(8, "\x60\0\0\0")},
+      {"no algorithm, and no AES flag",
+       [&](std::string info) { return info.replace(12, 12, 12, 0); }},
+      {"RC4", set(20, "\1\x68\0\0")},
+      {"another hash", set(24, "\3\x80\0\0")},
+      {"key size of another cipher", set(28, "\0\1\0\0")},
+      {"key size 0x80000000", set(28, "\0\0\0\x80")},
+      {"no salt", set(66, "\0\0\0\0")},
+      {"salt of 4 GB", set(66, "\xFF\xFF\xFF\xFF")},
+      {"another hash size", set(102, "\x21\0\0\0")},
+      {"cut in the verifier", [](std::string info) { return info.substr(0, info.size() - 1); }},
+      {"cut in the version", [](std::string info) { return info.substr(0, 7); }},
+      {"empty", [](std::string) { return ""; }},
+      {"larger than 64 KB", [](std::string info) { return info + std::string(65536, '\0'); }},
+  };
+  for (const auto& test : cases) {
+    Opening opening(EncryptedPackage{test.damage(good.info), good.package});
+    EXPECT_EQ(opening.Open({"secret"}), kFiDecryptionFailed) << test.name;
+    EXPECT_TRUE(opening.asked.attempts.empty()) << test.name;
+  }
+}
+
+TEST(Decryption, DamagedAgileDescriptorsAreRefusedUnasked) {
+  const EncryptedPackage good = WriteAgile(Package(100), {});
+  const struct {
+    const char* element;
+    const char* attribute;
+    std::string value;
+  } attributes[] = {
+      {"p:encryptedKey", "spinCount", "10000001"},
+      {"p:encryptedKey", "spinCount", "4294967295"},
+      {"p:encryptedKey", "spinCount", "99999999999999999999"},
+      {"p:encryptedKey", "spinCount", "-1"},
+      {"p:encryptedKey", "spinCount", ""},
+      {"p:encryptedKey", "spinCount", "1000x"},
+      {"p:encryptedKey", "keyBits", "129"},
+      {"p:encryptedKey", "keyBits", "4294967168"},
+      {"p:encryptedKey", "hashAlgorithm", "MD5"},
+      {"p:encryptedKey", "hashSize", "20"},
+      {"p:encryptedKey", "saltSize", "17"},
+      {"p:encryptedKey", "encryptedVerifierHashInput", ""},
+      {"p:encryptedKey", "encryptedVerifierHashInput", "AAAA"},
+      {"p:encryptedKey", "encryptedVerifierHashValue", "AAAAAAAAAAAAAAAAAAAAAA=="},
+      {"p:encryptedKey", "encryptedKeyValue", "AAAAAAAAAAAAAAAAAAAAAA=="},
+      {"p:encryptedKey", "encryptedKeyValue", std::string(60000, 'A')},
+      {"keyData", "keyBits", "0"},
+      {"keyData", "blockSize", "0"},
+      {"keyData", "blockSize", "8"},
+      {"keyData", "saltSize", "0"},
+      {"keyData", "saltSize", "4294967295"},
+      {"keyData", "saltValue", ""},
+      {"keyData", "saltValue", "===="},
+      {"keyData", "saltValue", "c3R1d3h5ent8fX5/gIGC!w=="},
+      {"keyData", "saltValue", "AA==AAAAAAAAAAAAAAAAAAA="},
+      {"keyData", "saltValue", "AAAAAAAAAAAAAAAAAAAAA==="},
+      {"keyData", "saltValue", "  AAAAAAAAAAAAAAAAAAAAAA"},
+      {"keyData", "cipherAlgorithm", "DES"},
+      {"keyData", "cipherChaining", "ChainingModeCFB"},
+      {"keyData", "hashAlgorithm", "WHIRLPOOL"},
+      {"dataIntegrity", "encryptedHmacKey", "AAAAAAAAAAAAAAAAAAAAAA=="},
+      {"dataIntegrity", "encryptedHmacValue", "?"},
+  };
+  std::vector<std::string> damaged;
+  for (const auto& test : attributes) {
+    damaged.push_back(SetAttribute(good.info, test.element, test.attribute, test.value));
+  }
+  const std::string keyData = good.info.substr(
+      good.info.find("<keyData"), good.info.find("<dataIntegrity") - good.info.find("<keyData"));
+  damaged.push_back(Replace(good.info, keyData, ""));
+  damaged.push_back(Replace(good.info, keyData, keyData + keyData));
+  damaged.push_back(
+      Replace(good.info, "uri=\"http://schemas.microsoft.com/office/2006/keyEncryptor/password",
+              "uri=\"http://schemas.microsoft.com/office/2006/keyEncryptor/certificate"));
+  damaged.push_back(Replace(good.info, "</encryption>", ""));
+  damaged.push_back(Replace(good.info, "</encryption>", "</encryption><more/>"));
+  damaged.push_back(Replace(good.info, "<encryption", "<!DOCTYPE encryption []><encryption"));
+  damaged.push_back(good.info + std::string(65536, ' '));
+  damaged.push_back(good.info.substr(0, 8));
+
+  const auto start = std::chrono::steady_clock::now();
+  for (const std::string& info : damaged) {
+    Opening opening(EncryptedPackage{info, good.package});
+    EXPECT_EQ(opening.Open({"secret"}), kFiDecryptionFailed) << info.substr(8, 2000);
+    EXPECT_TRUE(opening.asked.attempts.empty()) << info.substr(8, 2000);
+  }
+  // Ten million rounds take seconds.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+// Documents that are encrypted for certificates too have a key encryptor for each; and there are
+// writers who leave out the prefix.
+TEST(Decryption, TamperedStreams) {
+  const EncryptedPackage agile = WriteAgile(Package(9000), {});
+  const EncryptedPackage unchecked = WriteAgile(Package(9000), {.integrity = false});
+  const EncryptedPackage standard = WriteStandard(Package(9000), {});
+  const auto flip = [](std::string bytes, size_t offset) {
+    bytes[offset] = static_cast<char>(bytes[offset] ^ 1);
+    return bytes;
+  };
+  const std::string hmac(88, 'A');
+  const std::string verifier(24, 'A');
+  const struct {
+    const char* name;
+    EncryptedPackage streams;
+    uint32_t status;
+  } cases[] = {
+      {"package byte", {agile.info, flip(agile.package, 5000)}, kFiDecryptionFailed},
+      {"package size", {agile.info, flip(agile.package, 0)}, kFiDecryptionFailed},
+      {"byte behind the package", {agile.info, agile.package + "x"}, kFiDecryptionFailed},
+      {"package cut", {agile.info, agile.package.substr(0, 5000)}, kFiDecryptionFailed},
+      {"package byte, no HMAC", {unchecked.info, flip(unchecked.package, 5000)}, kFiOk},
+      {"package byte, standard", {standard.info, flip(standard.package, 5000)}, kFiOk},
+      {"HMAC value",
+       {SetAttribute(agile.info, "dataIntegrity", "encryptedHmacValue", hmac.substr(2) + "=="),
+        agile.package},
+       kFiDecryptionFailed},
+      {"verifier",
+       {SetAttribute(agile.info, "p:encryptedKey", "encryptedVerifierHashInput",
+                     verifier.substr(2) + "=="),
+        agile.package},
+       kFiWrongPassword},
+      {"verifier, standard", {flip(standard.info, 90), standard.package}, kFiWrongPassword},
+      {"verifier hash, standard", {flip(standard.info, 107), standard.package}, kFiWrongPassword},
+      {"package of 7 bytes", {standard.info, "1234567"}, kFiDecryptionFailed},
+      {"empty package", {agile.info, ""}, kFiDecryptionFailed},
+  };
+  for (const auto& test : cases) {
+    Opening opening(test.streams);
+    EXPECT_EQ(opening.Open({"secret", "secret", "secret"}), test.status) << test.name;
+  }
+}
+
+TEST(Decryption, SizeBeyondTheStreamIsCutToWhatIsThere) {
+  const struct {
+    const char* name;
+    std::string size;
+  } cases[] = {{"more than the stream", std::string("\x28\x23\0\0\0\0\0\0", 8)},
+               {"2^63 bytes", std::string("\0\0\0\0\0\0\0\x80", 8)},
+               {"2^64 - 1 bytes", std::string(8, '\xFF')}};
+  const std::string whole = Package(8992);
+  for (const auto& test : cases) {
+    for (EncryptedPackage package :
+         {WriteStandard(whole, {}), WriteAgile(whole, {.integrity = false})}) {
+      package.package.replace(0, 8, test.size);
+      Opening all(package);
+      EXPECT_EQ(all.Open({"secret"}), kFiOk) << test.name;
+      EXPECT_EQ(all.Content(), whole) << test.name;
+      // The last block is not whole.
+      package.package.pop_back();
+      Opening cut(package);
+      EXPECT_EQ(cut.Open({"secret"}), kFiOk) << test.name;
+      EXPECT_EQ(cut.Content(), whole.substr(0, whole.size() - 16)) << test.name;
+    }
+  }
+}
+
+TEST(Decryption, BytesBehindThePackageAreReadForTheHmacUpToALimit) {
+  EncryptedPackage package = WriteAgile(Package(100), {});
+  package.package += std::string(8 << 20, 'x');
+  Opening opening(package);
+  EXPECT_EQ(opening.Open({"secret"}), kFiDecryptionFailed);
+  EXPECT_LT(opening.document.bytesRead(), uint64_t{2} << 20);
+}
+
+}  // namespace
+}  // namespace fi::crypto
