@@ -122,6 +122,7 @@ uint32_t FinishMatch(const SignatureRun& run, bool isProtected, uint32_t behavio
   }
   if (*idOut == kFormatPlainUtf8Text && (behaviour & kBehaviourDelimited) != 0) {
     if (const ScopedStream fresh(handle); fresh) *idOut = RefineDelimitedText(fresh.get(), *idOut);
+    Rewind(handle);
   }
   return kFiOk;
 }

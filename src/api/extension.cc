@@ -10,7 +10,7 @@
 namespace fi {
 namespace {
 
-constexpr size_t kKept = kExtensionSize - 1;
+constexpr size_t kMostKept = kExtensionSize - 1;
 
 char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -26,9 +26,10 @@ Extension ExtensionOf(IOHandle* handle) {
   auto dot = end;
   while (dot != name.begin() && *dot != '.') --dot;
   if (*dot != '.') return extension;
-  const auto count = std::min<ptrdiff_t>(end - dot - 1, kKept);
-  std::transform(dot + 1, dot + 1 + count, extension.begin(),
-                 [](Character c) { return ToUpper(static_cast<char>(c)); });
+  size_t kept = 0;
+  for (auto at = dot + 1; at != end && kept < kMostKept; ++at) {
+    extension[kept++] = ToUpper(static_cast<char>(*at));
+  }
   return extension;
 }
 

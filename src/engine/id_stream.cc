@@ -166,7 +166,7 @@ uint32_t IdStreamGetLine(char* buffer, uint32_t size, IdentificationStream* stre
     if (byte == '\n' || byte == '\r') {
       // Either order of CR and LF is one line end. End of data is never put back: no stale byte is
       // handed out after it.
-      const uint32_t other = byte == '\n' ? '\r' : '\n';
+      const uint32_t other = byte ^ '\n' ^ '\r';
       const uint32_t following = IdStreamGetByte(stream);
       if (following != other && following != kEndOfData) {
         ++stream->remaining;

@@ -123,7 +123,7 @@ class RowEncoder {
     constexpr uint32_t kCaseBit = 0x20;
     for (const char letter : word) {
       if (letter < 'A' || letter > 'Z') SignatureNotationIsWrong();
-      const auto upper = static_cast<uint32_t>(letter);
+      const uint32_t upper = static_cast<uint8_t>(letter);
       Op(kOpOneOf);
       Put(lowerFirst ? upper | kCaseBit : upper);
       Put(lowerFirst ? upper : upper | kCaseBit);

@@ -39,7 +39,7 @@ WalkResult WalkSignatures(SignatureRun& run) {
   const size_t firstByte = std::min<size_t>(ReadFirstByte(run.stream), kNoFirstByte);
   const auto& candidates = index.candidates[firstByte];
   size_t next = index.classRows;  // the first row that neither ran nor was skipped
-  for (size_t word = 0; word < candidates.kWords; ++word) {
+  for (size_t word = 0; word < RowSet<kSignatureRows>::kWords; ++word) {
     for (uint64_t bits = candidates.Word(word); bits != 0; bits &= bits - 1) {
       const size_t row = word * 64 + static_cast<size_t>(std::countr_zero(bits));
       if (!index.gated.Has(row) && index.behindGated[row] > next) (void)ReadFirstByte(run.stream);

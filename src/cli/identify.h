@@ -1,0 +1,33 @@
+// One input through the library.
+#ifndef FI_CLI_IDENTIFY_H_
+#define FI_CLI_IDENTIFY_H_
+
+#include <string>
+#include <string_view>
+
+#include "cli/answer.h"
+#include "formatid/io.h"
+
+namespace fi::cli {
+
+enum class LinkUse {
+  kArguments,  // links that were named are followed, links met in directories are not
+  kAll,
+  kNone,
+};
+
+// Each sets all of `answer`, keeping the room of its text. What is no regular file is not opened.
+void IdentifyPath(const std::string& path, LinkUse links, Answer& answer);
+
+// `name` stands for the file name of the data; nullptr when it has none.
+void IdentifyStandardInput(const char* name, Answer& answer);
+
+// Identifies an open handle, which stays the caller's.
+void IdentifyHandle(IOHandle* handle, Answer& answer);
+
+// Makes `answer` an error of which nothing else is known.
+void Fail(std::string_view reason, Answer& answer);
+
+}  // namespace fi::cli
+
+#endif  // FI_CLI_IDENTIFY_H_

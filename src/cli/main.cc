@@ -1,0 +1,89 @@
+// formatid: names the formats of files. See docs/command.md.
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "cli/catalogue.h"
+#include "cli/options.h"
+#include "cli/output.h"
+#include "cli/session.h"
+#include "cli/usage.h"
+#include "formatid/formatid.h"
+
+namespace fi::cli {
+namespace {
+
+// Occupies standard descriptors that the caller closed, so that no file that is opened later takes
+// their place: with one that refuses to be read or written as the standard one would be.
+void OccupyStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(descriptor, F_GETFD) >= 0) continue;
+    (void)::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
+
+ExitCode ShowUsage(std::string_view text) {
+  // There is nowhere left to report that this cannot be written.
+  (void)!::write(STDERR_FILENO, text.data(), text.size());
+  return kTrouble;
+}
+
+ExitCode RunTask(const Options& options, Output& output) {
+  std::string text;
+  switch (options.task) {
+    case Task::kIdentify:
+      return Session(options, output).Run();
+    case Task::kShowHelp:
+      text = kHelp;
+      break;
+    case Task::kShowVersion:
+      text = "formatid " FORMATID_VERSION "\n";
+      break;
+    case Task::kListFormats:
+      AppendCatalogue(options.catalogue, text);
+      break;
+    case Task::kDescribe:
+      if (!AppendDescription(options.describedId, options.catalogue, text)) {
+        Complain("", "no format has the number " + std::to_string(options.describedId));
+        return kTrouble;
+      }
+      break;
+  }
+  (void)output.Write(text);
+  return kAllRead;
+}
+
+ExitCode Main(int count, const char* const* arguments) {
+  OccupyStandardDescriptors();
+  // A reader that goes away is seen by the write that fails.
+  (void)std::signal(SIGPIPE, SIG_IGN);
+  if (count <= 1) {
+    (void)ShowUsage(kShortUsage);
+    return ShowUsage(kHelpHint);
+  }
+  Options options;
+  std::string error;
+  if (!ParseOptions(count, arguments, options, error)) {
+    Complain("", error);
+    return ShowUsage(kHelpHint);
+  }
+  FIInit(nullptr, nullptr, nullptr, nullptr);
+  Output output(STDOUT_FILENO);
+  if (options.flushEachRecord) output.FlushEachRecord();
+  const ExitCode code = RunTask(options, output);
+  (void)output.Flush();
+  FIDeInit(nullptr, nullptr, nullptr);
+  if (output.error() == 0) return code;
+  Complain("standard output", std::strerror(output.error()));
+  return kTrouble;
+}
+
+}  // namespace
+}  // namespace fi::cli
+
+int main(int count, char** arguments) { return fi::cli::Main(count, arguments); }

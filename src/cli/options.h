@@ -1,0 +1,42 @@
+// The command line.
+#ifndef FI_CLI_OPTIONS_H_
+#define FI_CLI_OPTIONS_H_
+
+#include <string>
+#include <vector>
+
+#include "cli/catalogue.h"
+#include "cli/identify.h"
+#include "cli/progress.h"
+#include "cli/report.h"
+#include "formatid/formatid.h"
+
+namespace fi::cli {
+
+enum class Task { kIdentify, kListFormats, kDescribe, kShowVersion, kShowHelp };
+
+struct Options {
+  Task task = Task::kIdentify;
+
+  // kIdentify
+  std::vector<std::string> paths;  // "-" stands for standard input
+  std::string listFile;            // of further paths; empty: none, "-": standard input
+  char listTerminator = '\n';
+  std::string stdinName;  // empty: none
+  bool isRecursive = false;
+  LinkUse links = LinkUse::kArguments;
+  ReportStyle style;
+  bool flushEachRecord = false;
+  ProgressUse progress = ProgressUse::kLongRuns;
+
+  // kListFormats, kDescribe
+  CatalogueLayout catalogue = CatalogueLayout::kText;
+  FormatId describedId = 0;
+};
+
+// Fills `options`. False, with `error` set to one line, when the command line is wrong.
+bool ParseOptions(int count, const char* const* arguments, Options& options, std::string& error);
+
+}  // namespace fi::cli
+
+#endif  // FI_CLI_OPTIONS_H_
