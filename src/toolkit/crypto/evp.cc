@@ -36,7 +36,7 @@ const char* NameOf(AesMode mode, size_t keySize) {
   }
 }
 
-// Longest base64 text: 129..192 bytes.
+// Characters of base64 that are looked at. The longest value that anyone asks for has 64 bytes.
 constexpr size_t kMaxBase64 = 256;
 
 }  // namespace

@@ -72,9 +72,9 @@ Asked AskPassword(const O12PasswordSource& source, uint32_t attempt, Password* p
   FIPasswordRequest request{sizeof(FIPasswordRequest), kPasswordCapacity, text, source.document,
                             attempt};
   if (source.callback(kFiPasswordOfPackage, &request, 0, 0) != 0) return Asked::kDeclined;
-  const size_t size = ::strnlen(text, kPasswordCapacity);
-  if (size == kPasswordCapacity) return Asked::kUnusable;
-  return EncodePassword({text, size}, password) ? Asked::kGiven : Asked::kUnusable;
+  // Without a NUL the text fills its room, and is too long.
+  const std::string_view given(text, ::strnlen(text, kPasswordCapacity));
+  return EncodePassword(given, password) ? Asked::kGiven : Asked::kUnusable;
 }
 
 }  // namespace fi::crypto

@@ -1,14 +1,18 @@
 // Descriptors and packages that are damaged, or made to cost much.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/package_opening.h"
+#include "toolkit/crypto/evp.h"
 
 namespace fi::crypto {
 namespace {
@@ -41,6 +45,8 @@ TEST(Decryption, DamagedStandardDescriptorsAreRefusedUnasked) {
       {"minor version 4 with numbers", set(0, "\4\0\4\0")},
       {"major version 1", set(0, "\1\0\2\0")},
       {"header larger than the stream", set(8, "\xFF\xFF\xFF\xFF")},
+      {"header one byte larger than the rest",
+       [](std::string info) { return info.replace(8, 1, 1, static_cast<char>(info.size() - 11)); }},
       {"header smaller than its fields", set(8, "\x1F\0\0\0")},
       {"header over the verifier", set(8, "\x60\0\0\0")},
       {"no algorithm, and no AES flag",
@@ -133,6 +139,39 @@ TEST(Decryption, DamagedAgileDescriptorsAreRefusedUnasked) {
 
 // Documents that are encrypted for certificates too have a key encryptor for each; and there are
 // writers who leave out the prefix.
+TEST(Decryption, Base64IsTakenLiterally) {
+  const struct {
+    std::string text;
+    std::optional<std::string> bytes;
+  } cases[] = {
+      {"AQID", "\1\2\3"},
+      {"AQI=", "\1\2"},
+      {"AQ==", "\1"},
+      {"+/+/", "\xFB\xFF\xBF"},
+      {"", std::nullopt},
+      {"AQI", std::nullopt},
+      {"A===", std::nullopt},
+      {"====", std::nullopt},
+      {"AQ=I", std::nullopt},
+      {"AQ==AQID", std::nullopt},
+      {"AQI\n", std::nullopt},
+      {" AQI", std::nullopt},
+      {"    AQID", std::nullopt},
+      {"AQID\n\n\n\n", std::nullopt},
+      {"AQI-", std::nullopt},
+      {"AQIDAQID", std::nullopt},  // more than there is room for
+      {std::string(260, 'A'), std::nullopt},
+  };
+  for (const auto& test : cases) {
+    std::array<uint8_t, 5> room{};
+    size_t size = 0;
+    ASSERT_EQ(DecodeBase64(test.text, room.data(), room.size(), &size), test.bytes.has_value())
+        << test.text;
+    if (!test.bytes.has_value()) continue;
+    EXPECT_EQ(std::string(room.begin(), room.begin() + static_cast<ptrdiff_t>(size)), *test.bytes);
+  }
+}
+
 TEST(Decryption, TamperedStreams) {
   const EncryptedPackage agile = WriteAgile(Package(9000), {});
   const EncryptedPackage unchecked = WriteAgile(Package(9000), {.integrity = false});
