@@ -123,10 +123,10 @@ typedef struct IODescriptorSource {
   const char* name;
 } IODescriptorSource;
 
-/* A child of a storage by its name: `parent` is the handle whose open operation is called, `name` is
- * borrowed for the call and NUL-terminated. Each byte stands for one 16-bit character of the name,
- * control bytes at its beginning included ("\005SummaryInformation"). Letters are compared without
- * regard to case. */
+/* A child of a storage by its name: `parent` is the handle whose open operation is called, `name`
+ * is borrowed for the call and NUL-terminated. Each byte stands for one 16-bit character of the
+ * name, control bytes at its beginning included ("\005SummaryInformation"). Letters are compared
+ * without regard to case. */
 typedef struct IOChildSource {
   IOHandle* parent;
   const char* name;

@@ -17,7 +17,7 @@ class Output {
   // Writes each record at once from now on.
   void FlushEachRecord() { limit_ = 0; }
 
-  bool isTerminal() const { return isTerminal_; }
+  bool IsTerminal() const { return isTerminal_; }
 
   // False when nothing can be written any more: the reader went away or a write failed.
   bool Write(std::string_view record);

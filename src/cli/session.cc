@@ -20,7 +20,7 @@ constexpr size_t kWidestColumn = 40;
 
 // Answers stand in a column where the reader is a person and all paths are known beforehand.
 size_t ColumnWidth(const Options& options, const Output& output) {
-  if (!output.isTerminal() || options.isRecursive || !options.listFile.empty()) return 0;
+  if (!output.IsTerminal() || options.isRecursive || !options.listFile.empty()) return 0;
   size_t widest = 0;
   std::string escaped;
   for (const std::string& path : options.paths) {
@@ -41,7 +41,7 @@ ReportStyle StyleOf(const Options& options, const Output& output) {
 ProgressUse ProgressOf(const Options& options, const Output& output) {
   const bool isMany = options.isRecursive || !options.listFile.empty() || options.paths.size() > 1;
   if (options.progress == ProgressUse::kAlways) return ProgressUse::kAlways;
-  return isMany && !output.isTerminal() ? options.progress : ProgressUse::kNone;
+  return isMany && !output.IsTerminal() ? options.progress : ProgressUse::kNone;
 }
 
 // The open list of paths; standard input is not closed with it.
@@ -85,7 +85,7 @@ Session::Session(const Options& options, Output& output)
 
 bool Session::Deliver(std::string_view path) {
   if (IsFailure(answer_)) exitCode_ = kSomeFailed;
-  if (output_.isTerminal()) progress_.Hide();
+  if (output_.IsTerminal()) progress_.Hide();
   const bool written = output_.Write(report_.Record(path, answer_));
   progress_.Count();
   return written;
