@@ -35,7 +35,7 @@ class StreamStorage : public IOHandle {
     for (const auto& stream : opened_) count += stream->closes;
     return count;
   }
-  uint64_t bytesRead() const {
+  uint64_t BytesRead() const {
     uint64_t count = 0;
     for (const auto& stream : opened_) count += stream->bytesRead;
     return count;

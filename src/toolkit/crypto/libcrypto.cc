@@ -34,8 +34,8 @@ std::optional<LibCrypto> Load() {
 }  // namespace
 
 const LibCrypto* LoadLibCrypto() {
-  static const std::optional<LibCrypto> functions = Load();
-  return functions.has_value() ? &*functions : nullptr;
+  static const std::optional<LibCrypto> kFunctions = Load();
+  return kFunctions.has_value() ? &*kFunctions : nullptr;
 }
 
 }  // namespace fi::crypto

@@ -1,8 +1,7 @@
 #include "toolkit/crypto/password.h"
 
-#include <string.h>
-
 #include <array>
+#include <cstring>
 
 namespace fi::crypto {
 namespace {

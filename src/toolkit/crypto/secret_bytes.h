@@ -2,11 +2,10 @@
 #ifndef FI_TOOLKIT_CRYPTO_SECRET_BYTES_H_
 #define FI_TOOLKIT_CRYPTO_SECRET_BYTES_H_
 
-#include <string.h>
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace fi::crypto {
@@ -25,7 +24,6 @@ class SecretBytes {
 
   uint8_t* data() { return bytes_.data(); }
   size_t size() const { return size_; }
-  static constexpr size_t capacity() { return kCapacity; }
 
   // REQUIRES: size <= kCapacity. The bytes beyond the old size are what was stored there.
   void SetSize(size_t size) { size_ = size; }

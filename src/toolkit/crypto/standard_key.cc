@@ -10,9 +10,10 @@ namespace {
 // The key follows from the hash as in the CryptDeriveKey function of Windows: the hash is laid over
 // a block of one byte, and that block is hashed.
 bool HashOverBlock(Hasher& hasher, uint8_t fill, Bytes hash, HashValue* value) {
-  SecretBytes<64> block;
-  std::fill_n(block.data(), block.capacity(), fill);
-  block.SetSize(block.capacity());
+  constexpr size_t kBlock = 64;
+  SecretBytes<kBlock> block;
+  std::fill_n(block.data(), kBlock, fill);
+  block.SetSize(kBlock);
   for (size_t i = 0; i < hash.size(); ++i) block.data()[i] ^= hash[i];
   return hasher.Hash({block.view()}, value);
 }
@@ -50,14 +51,14 @@ Unlocked UnlockStandard(const StandardInfo& info, const DecryptionLimits& limits
   if (!DeriveKey(hasher, info, limits, password, &key->key)) return Unlocked::kFailed;
 
   AesDecryptor aes(AesMode::kEcb, key->key.view());
-  SecretBytes<16> verifier;
+  SecretBytes<kAesBlock> verifier;
   SecretBytes<32> expected;
   HashValue actual;
   if (!aes.Decrypt({}, info.encryptedVerifier, verifier.data()) ||
       !aes.Decrypt({}, info.encryptedVerifierHash, expected.data())) {
     return Unlocked::kFailed;
   }
-  verifier.SetSize(verifier.capacity());
+  verifier.SetSize(kAesBlock);
   expected.SetSize(HashSize(HashAlgorithm::kSha1));
   if (!hasher.Hash({verifier.view()}, &actual)) return Unlocked::kFailed;
   return std::ranges::equal(actual.view(), expected.view()) ? Unlocked::kYes

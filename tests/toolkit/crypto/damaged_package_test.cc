@@ -34,34 +34,40 @@ std::string SetAttribute(const std::string& text, const std::string& element,
 
 TEST(Decryption, DamagedStandardDescriptorsAreRefusedUnasked) {
   const EncryptedPackage good = WriteStandard(Package(100), {});
-  const auto set = [](size_t offset, const char* bytes) {
-    return [=](std::string info) { return info.replace(offset, 4, bytes, 4); };
+  // A 32-bit number, little-endian.
+  const auto set = [](size_t offset, uint32_t value) {
+    return [=](std::string info) {
+      for (size_t k = 0; k < 4; ++k) info[offset + k] = static_cast<char>(value >> (8 * k) & 0xFF);
+      return info;
+    };
   };
   const struct {
     const char* name;
-    std::function<std::string(std::string)> damage;
+    std::function<std::string(const std::string&)> damage;
   } cases[] = {
-      {"minor version 3 (extensible)", set(0, "\4\0\3\0")},
-      {"minor version 4 with numbers", set(0, "\4\0\4\0")},
-      {"major version 1", set(0, "\1\0\2\0")},
-      {"header larger than the stream", set(8, "\xFF\xFF\xFF\xFF")},
+      {"minor version 3 (extensible)", set(0, 0x30004)},
+      {"minor version 4 with numbers", set(0, 0x40004)},
+      {"major version 1", set(0, 0x20001)},
+      {"header larger than the stream", set(8, 0xFFFFFFFF)},
       {"header one byte larger than the rest",
        [](std::string info) { return info.replace(8, 1, 1, static_cast<char>(info.size() - 11)); }},
-      {"header smaller than its fields", set(8, "\x1F\0\0\0")},
-      {"header over the verifier", set(8, "\x60\0\0\0")},
+      {"header smaller than its fields", set(8, 0x1F)},
+      {"header over the verifier", set(8, 0x60)},
       {"no algorithm, and no AES flag",
        [&](std::string info) { return info.replace(12, 12, 12, 0); }},
-      {"RC4", set(20, "\1\x68\0\0")},
-      {"another hash", set(24, "\3\x80\0\0")},
-      {"key size of another cipher", set(28, "\0\1\0\0")},
-      {"key size 0x80000000", set(28, "\0\0\0\x80")},
-      {"no salt", set(66, "\0\0\0\0")},
-      {"salt of 4 GB", set(66, "\xFF\xFF\xFF\xFF")},
-      {"another hash size", set(102, "\x21\0\0\0")},
-      {"cut in the verifier", [](std::string info) { return info.substr(0, info.size() - 1); }},
-      {"cut in the version", [](std::string info) { return info.substr(0, 7); }},
-      {"empty", [](std::string) { return ""; }},
-      {"larger than 64 KB", [](std::string info) { return info + std::string(65536, '\0'); }},
+      {"RC4", set(20, 0x6801)},
+      {"another hash", set(24, 0x8003)},
+      {"key size of another cipher", set(28, 0x100)},
+      {"key size 0x80000000", set(28, 0x80000000)},
+      {"no salt", set(66, 0)},
+      {"salt of 4 GB", set(66, 0xFFFFFFFF)},
+      {"another hash size", set(102, 0x21)},
+      {"cut in the verifier",
+       [](const std::string& info) { return info.substr(0, info.size() - 1); }},
+      {"cut in the version", [](const std::string& info) { return info.substr(0, 7); }},
+      {"empty", [](const std::string&) { return ""; }},
+      {"larger than 64 KB",
+       [](const std::string& info) { return info + std::string(65536, '\0'); }},
   };
   for (const auto& test : cases) {
     Opening opening(EncryptedPackage{test.damage(good.info), good.package});
@@ -242,7 +248,7 @@ TEST(Decryption, BytesBehindThePackageAreReadForTheHmacUpToALimit) {
   package.package += std::string(8 << 20, 'x');
   Opening opening(package);
   EXPECT_EQ(opening.Open({"secret"}), kFiDecryptionFailed);
-  EXPECT_LT(opening.document.bytesRead(), uint64_t{2} << 20);
+  EXPECT_LT(opening.document.BytesRead(), uint64_t{2} << 20);
 }
 
 }  // namespace

@@ -1,13 +1,13 @@
 // The view of a decrypted package, where its bytes are kept, and what is left of them.
 #include <dirent.h>
 #include <gtest/gtest.h>
-#include <limits.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <climits>
 #include <cstdint>
+#include <cstdlib>
 #include <new>
 #include <optional>
 #include <string>
