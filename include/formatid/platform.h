@@ -42,11 +42,17 @@ FI_API uint32_t UTSetOption(UTOptionSet* set, uint32_t option, const void* value
 /* UTGetOption on the global set. */
 FI_API uint32_t UTGetGlobalOption(uint32_t option, void* value, uint32_t* size) FI_NOEXCEPT;
 
+/* What the password callback is asked for: its `code`. */
+enum {
+  /* The password of an encrypted package. `first` and `second` are 0. */
+  kFiPasswordOfPackage = 1,
+};
+
 /*
  * What the password callback is asked with. The callback stores a NUL-terminated UTF-8 password of
  * at most `capacity` bytes, the NUL included, and returns 0; any other result declines. `attempts`
  * is the number of times that it was asked before for this document. The record belongs to the
- * library and lives for the call.
+ * library and lives for the call, and so does the password, which is wiped afterwards.
  */
 typedef struct FIPasswordRequest {
   uint32_t size; /* of this record in bytes */

@@ -1,0 +1,36 @@
+// What the decryption of a package may cost. Tests and fuzzers lower the numbers.
+#ifndef FI_TOOLKIT_CRYPTO_LIMITS_H_
+#define FI_TOOLKIT_CRYPTO_LIMITS_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace fi::crypto {
+
+// Views inside views.
+constexpr uint32_t kMaxViewDepth = 4;
+
+// Passwords that the host is asked for.
+constexpr uint32_t kMaxTries = 3;
+
+// The stream "EncryptionInfo". Office writes about 1 KB, of XML at most.
+constexpr size_t kMaxEncryptionInfo = size_t{64} * 1024;
+
+struct DecryptionLimits {
+  // Rounds of the password hash that an agile descriptor may ask for. Office writes 100,000; a
+  // round takes less than a microsecond, and there are up to three tries.
+  uint32_t mostSpins = 10'000'000;
+  // Rounds of the standard scheme, which no file can change.
+  uint32_t standardSpins = 50'000;
+  // A decrypted package up to this size in bytes is kept in memory, a larger one in a temporary
+  // file. At most kMaxPlaintextMemory.
+  uint64_t mostMemory = uint64_t{32} * 1024 * 1024;
+  // The largest decrypted package in bytes.
+  uint64_t mostPlaintext = uint64_t{4} * 1024 * 1024 * 1024;
+};
+
+constexpr uint64_t kMaxPlaintextMemory = DecryptionLimits{}.mostMemory;
+
+}  // namespace fi::crypto
+
+#endif  // FI_TOOLKIT_CRYPTO_LIMITS_H_

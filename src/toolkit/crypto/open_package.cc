@@ -1,0 +1,133 @@
+#include "toolkit/crypto/open_package.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <new>
+#include <string_view>
+#include <variant>
+
+#include "platform/io.h"
+#include "toolkit/crypto/encryption_info.h"
+#include "toolkit/crypto/package_key.h"
+#include "toolkit/crypto/package_stream.h"
+#include "toolkit/crypto/package_view.h"
+#include "toolkit/crypto/password.h"
+
+namespace fi::crypto {
+namespace {
+
+io::OwnedHandle OpenStream(IOHandle* document, const char* name) {
+  const IOChildSource source{document, name};
+  IOHandle* stream = nullptr;
+  if (document->operations->open(document, &stream, kIoSourceStorageStream, &source, 1) != 0) {
+    return nullptr;
+  }
+  return io::OwnedHandle(stream);
+}
+
+EncryptionInfo ReadInfo(IOHandle* document, const DecryptionLimits& limits) {
+  const io::OwnedHandle stream = OpenStream(document, "EncryptionInfo");
+  // One byte more than is allowed shows that the stream is too long.
+  constexpr size_t kRoom = kMaxEncryptionInfo + 1;
+  const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[kRoom]);
+  if (stream == nullptr || bytes == nullptr) return {};
+  size_t size = 0;
+  while (size < kRoom) {
+    const uint32_t count =
+        io::Read(stream.get(), bytes.get() + size, static_cast<uint32_t>(kRoom - size));
+    if (count == 0) break;
+    size += count;
+  }
+  if (size == kRoom) return {};
+  return ReadEncryptionInfo({bytes.get(), size}, limits);
+}
+
+Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Bytes password,
+                PackageKey* key) {
+  if (const auto* agile = std::get_if<AgileInfo>(&info)) return UnlockAgile(*agile, password, key);
+  if (const auto* standard = std::get_if<StandardInfo>(&info)) {
+    return UnlockStandard(*standard, limits, password, key);
+  }
+  return Unlocked::kFailed;
+}
+
+uint32_t AskForKey(const EncryptionInfo& info, const O12PasswordSource& source,
+                   const DecryptionLimits& limits, PackageKey* key) {
+  for (uint32_t attempt = 0; attempt < kMaxTries; ++attempt) {
+    Password password;
+    switch (AskPassword(source, attempt, &password)) {
+      case Asked::kDeclined:
+        return attempt == 0 ? kFiPasswordNeeded : kFiWrongPassword;
+      case Asked::kUnusable:
+        continue;
+      case Asked::kGiven:
+        break;
+    }
+    switch (Unlock(info, limits, password.view(), key)) {
+      case Unlocked::kYes:
+        return kFiOk;
+      case Unlocked::kWrongPassword:
+        break;
+      case Unlocked::kFailed:
+        return kFiDecryptionFailed;
+    }
+  }
+  return kFiWrongPassword;
+}
+
+using Name = std::array<char, kIoNameCapacity>;
+
+// The file name of the document, which is that of the package too; empty when it has none. Of a
+// wide name only the ASCII characters stay, and so does any extension that is known.
+Name NameOf(IOHandle* document) {
+  Name name{};
+  uint32_t width = kIoNameNarrow;
+  (void)io::GetInfo(document, kIoInfoNameWidth, &width);
+  if (width == kIoNameWide) {
+    std::array<uint16_t, kIoNameCapacity> wide{};
+    if (!io::GetInfo(document, kIoInfoFileName, wide.data())) return name;
+    std::transform(wide.begin(), wide.end(), name.begin(),
+                   [](uint16_t unit) { return unit < 0x80 ? static_cast<char>(unit) : '?'; });
+  } else if (!io::GetInfo(document, kIoInfoFileName, name.data())) {
+    name[0] = '\0';
+  }
+  name.back() = '\0';
+  return name;
+}
+
+}  // namespace
+
+uint32_t OpenPackage(IOHandle* document, const O12PasswordSource& source,
+                     const DecryptionLimits& limits, IOHandle** package) {
+  uint32_t depth = 0;
+  if (!io::GetInfo(document, kIoInfoViewDepth, &depth)) depth = 0;
+  if (depth >= kMaxViewDepth) return kFiDecryptionFailed;
+  const EncryptionInfo info = ReadInfo(document, limits);
+  const io::OwnedHandle stream = OpenStream(document, "EncryptedPackage");
+  if (std::holds_alternative<std::monostate>(info) || stream == nullptr) {
+    return kFiDecryptionFailed;
+  }
+  PackageKey key;
+  const uint32_t status = AskForKey(info, source, limits, &key);
+  if (status != kFiOk) return status;
+
+  auto* view = new (std::nothrow) PackageView(NameOf(document).data(), depth + 1);
+  if (view == nullptr) return kFiDecryptionFailed;
+  io::OwnedHandle owned(view);
+  if (!DecryptPackage(stream.get(), key, limits, &view->plaintext())) return kFiDecryptionFailed;
+  *package = owned.release();
+  return kFiOk;
+}
+
+}  // namespace fi::crypto
+
+int16_t O12InitDecryption(IOHandle* document, void* /*reserved1*/, void* /*reserved2*/,
+                          const O12Options* /*options*/, const O12PasswordSource* source,
+                          IOHandle** first, IOHandle** second, IOHandle** package) noexcept {
+  *first = nullptr;
+  *second = nullptr;
+  *package = nullptr;
+  const fi::crypto::DecryptionLimits limits;
+  return static_cast<int16_t>(fi::crypto::OpenPackage(document, *source, limits, package));
+}

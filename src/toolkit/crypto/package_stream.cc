@@ -1,0 +1,122 @@
+#include "toolkit/crypto/package_stream.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <optional>
+
+#include "platform/io.h"
+#include "toolkit/crypto/little_endian.h"
+
+namespace fi::crypto {
+namespace {
+
+constexpr size_t kSizeField = 8;
+
+// In CBC mode each segment is a chain of its own. In ECB mode the blocks know no segments, and it
+// is only the unit of reading.
+constexpr size_t kSegment = 4096;
+
+// The size of the stream in bytes, with the position at its start again.
+std::optional<uint64_t> StreamSize(IOHandle* stream) {
+  uint64_t size = 0;
+  if (io::Has64Bit(stream)) {
+    int64_t end = 0;
+    if (!io::Seek64(stream, kIoFromEnd, 0) || !io::Tell64(stream, &end) || end < 0) {
+      return std::nullopt;
+    }
+    size = static_cast<uint64_t>(end);
+  } else {
+    uint32_t end = 0;
+    if (!io::Seek(stream, kIoFromEnd, 0) || !io::Tell(stream, &end)) return std::nullopt;
+    size = end;
+  }
+  if (!io::Seek(stream, kIoFromStart, 0)) return std::nullopt;
+  return size;
+}
+
+// Reads until `size` bytes are there or the stream ends; a read may give less than it was asked
+// for.
+size_t ReadFully(IOHandle* stream, uint8_t* buffer, size_t size) {
+  size_t total = 0;
+  while (total < size) {
+    const uint32_t count = io::Read(stream, buffer + total, static_cast<uint32_t>(size - total));
+    if (count == 0) break;
+    total += count;
+  }
+  return total;
+}
+
+class PackageReader {
+ public:
+  PackageReader(IOHandle* stream, const PackageKey& key, Plaintext* plaintext)
+      : stream_(stream), key_(key), plaintext_(plaintext), aes_(key.mode, key.key.view()) {}
+
+  bool Read(const DecryptionLimits& limits) {
+    const std::optional<uint64_t> streamSize = StreamSize(stream_);
+    if (!streamSize.has_value() || *streamSize < kSizeField) return false;
+    std::array<uint8_t, kSizeField> field{};
+    if (ReadFully(stream_, field.data(), field.size()) != field.size()) return false;
+    size_ = std::min(LoadLE<kSizeField>(field, 0), *streamSize - kSizeField);
+    if (size_ > limits.mostPlaintext || !plaintext_->Reserve(size_, limits)) return false;
+    if (!key_.hasIntegrity) return ReadSegments(nullptr);
+    Hmac hmac(key_.hash, key_.hmacKey.view());
+    HashValue value;
+    return hmac.Update(field) && ReadSegments(&hmac) && hmac.Finish(&value) &&
+           std::ranges::equal(value.view(), key_.hmacValue.view());
+  }
+
+ private:
+  // To the end of the package, or with `hmac` to the end of the stream. That there is an end is
+  // for the limit on the package to say: what follows it is little in any stream that is not made
+  // to be long.
+  bool ReadSegments(Hmac* hmac) {
+    const uint64_t segments = (size_ + kSegment - 1) / kSegment;
+    const uint64_t most = segments + kMoreSegments;
+    for (uint64_t index = 0; index < (hmac == nullptr ? segments : most); ++index) {
+      const size_t count = ReadFully(stream_, encrypted_.data(), kSegment);
+      const Bytes read = Bytes(encrypted_).first(count);
+      if (hmac != nullptr && !hmac->Update(read)) return false;
+      if (index < segments && !DecryptSegment(static_cast<uint32_t>(index), read)) return false;
+      if (count < kSegment) return true;
+    }
+    return hmac == nullptr;
+  }
+
+  // What is no whole block at the end of the stream is left out.
+  bool DecryptSegment(uint32_t index, Bytes encrypted) {
+    encrypted = encrypted.first(encrypted.size() - encrypted.size() % kAesBlock);
+    HashValue hash;
+    Bytes iv;
+    if (key_.mode == AesMode::kCbc) {
+      if (!hasher_.Hash({key_.salt.view(), StoreLE32(index)}, &hash)) return false;
+      iv = hash.view().first(kAesBlock);
+    }
+    if (!aes_.Decrypt(iv, encrypted, decrypted_.data())) return false;
+    const uint64_t left = size_ - plaintext_->size();
+    decrypted_.SetSize(static_cast<size_t>(std::min<uint64_t>(left, encrypted.size())));
+    return plaintext_->Append(decrypted_.view());
+  }
+
+  // Bytes behind the package that are read for the HMAC at most: 1 MB.
+  static constexpr uint64_t kMoreSegments = 256;
+
+  IOHandle* const stream_;
+  const PackageKey& key_;
+  Plaintext* const plaintext_;
+  AesDecryptor aes_;
+  Hasher hasher_{key_.hash};
+  uint64_t size_ = 0;  // of the package
+  std::array<uint8_t, kSegment> encrypted_;
+  SecretBytes<kSegment> decrypted_;
+};
+
+}  // namespace
+
+bool DecryptPackage(IOHandle* stream, const PackageKey& key, const DecryptionLimits& limits,
+                    Plaintext* plaintext) {
+  PackageReader reader(stream, key, plaintext);
+  return reader.Read(limits);
+}
+
+}  // namespace fi::crypto

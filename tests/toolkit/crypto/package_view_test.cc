@@ -1,0 +1,180 @@
+// The view of a decrypted package, where its bytes are kept, and what is left of them.
+#include <dirent.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/io.h"
+#include "tests/support/encrypted_package_writer.h"
+#include "tests/support/package_opening.h"
+#include "toolkit/crypto/secret_bytes.h"
+
+namespace fi::crypto {
+namespace {
+
+using testing::EncryptedPackage;
+using testing::Opening;
+using testing::Package;
+using testing::WriteAgile;
+using testing::WriteStandard;
+
+TEST(Decryption, ViewHasTheNameOfTheDocument) {
+  const EncryptedPackage package = WriteAgile(Package(100), {});
+  for (const bool hasName : {true, false}) {
+    for (const bool wide : {true, false}) {
+      Opening opening(package);
+      opening.document.self.hasName = hasName;
+      opening.document.self.wideName = wide;
+      ASSERT_EQ(opening.Open({"secret"}), kFiOk);
+      std::array<char, kIoNameCapacity> name{};
+      ASSERT_TRUE(io::GetInfo(opening.view.get(), kIoInfoFileName, name.data()));
+      EXPECT_STREQ(name.data(), hasName ? "report.xlsx" : "");
+    }
+  }
+}
+
+TEST(Decryption, ViewsNestFourDeep) {
+  const EncryptedPackage package = WriteAgile(Package(100), {});
+  for (const uint32_t depth : {0u, 1u, 3u, 4u, 5u}) {
+    Opening opening(package);
+    opening.document.viewDepth = depth;
+    ASSERT_EQ(opening.Open({"secret"}), depth < 4 ? kFiOk : kFiDecryptionFailed) << depth;
+    EXPECT_EQ(opening.asked.attempts.size(), depth < 4 ? 1u : 0u);
+    uint32_t own = 0;
+    if (depth >= 4) continue;
+    ASSERT_TRUE(io::GetInfo(opening.view.get(), kIoInfoViewDepth, &own));
+    EXPECT_EQ(own, depth + 1);
+  }
+}
+
+// The files of this process that have no name and lie in `folder`.
+std::vector<int> NamelessFiles(const std::string& folder) {
+  std::vector<int> found;
+  for (int descriptor = 3; descriptor < 256; ++descriptor) {
+    std::array<char, 4096> target{};
+    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+    if (::readlink(link.c_str(), target.data(), target.size() - 1) < 0) continue;
+    if (std::string(target.data()).starts_with(folder + "/")) found.push_back(descriptor);
+  }
+  return found;
+}
+
+size_t CountEntries(const std::string& folder) {
+  size_t count = 0;
+  DIR* directory = ::opendir(folder.c_str());
+  while (::readdir(directory) != nullptr) ++count;
+  ::closedir(directory);
+  return count - 2;
+}
+
+class TemporaryFile : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const char* before = ::getenv("TMPDIR");
+    if (before != nullptr) before_ = before;
+    std::string pattern = ::testing::TempDir() + "/decryptionXXXXXX";
+    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+    std::array<char, PATH_MAX> path{};
+    ASSERT_NE(::realpath(pattern.c_str(), path.data()), nullptr);
+    folder_ = path.data();
+    ::setenv("TMPDIR", folder_.c_str(), 1);
+  }
+
+  void TearDown() override {
+    ::rmdir(folder_.c_str());
+    if (before_.has_value()) {
+      ::setenv("TMPDIR", before_->c_str(), 1);
+    } else {
+      ::unsetenv("TMPDIR");
+    }
+  }
+
+  std::string folder_;
+  std::optional<std::string> before_;
+};
+
+TEST_F(TemporaryFile, HoldsLargePackagesAndIsOverwritten) {
+  const EncryptedPackage package = WriteAgile(Package(100000), {});
+  Opening small(package);
+  EXPECT_EQ(small.Open({"secret"}, {.mostMemory = 100000}), kFiOk);
+  EXPECT_TRUE(NamelessFiles(folder_).empty());
+
+  Opening large(package);
+  ASSERT_EQ(large.Open({"secret"}, {.mostMemory = 99999}), kFiOk);
+  EXPECT_EQ(large.Content(), Package(100000));
+  EXPECT_EQ(CountEntries(folder_), 0u);
+  const std::vector<int> files = NamelessFiles(folder_);
+  ASSERT_EQ(files.size(), 1u);
+  struct stat status;
+  ASSERT_EQ(::fstat(files[0], &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
+  EXPECT_EQ(status.st_size, 100000);
+
+  const int kept = ::dup(files[0]);
+  large.view.reset();
+  std::string after(100001, 'x');
+  EXPECT_EQ(::pread(kept, after.data(), after.size(), 0), 100000);
+  EXPECT_EQ(after.substr(0, 100000), std::string(100000, '\0'));
+  ::close(kept);
+  EXPECT_TRUE(NamelessFiles(folder_).empty());
+}
+
+TEST_F(TemporaryFile, IsGoneAfterAFailure) {
+  EncryptedPackage package = WriteAgile(Package(100000), {});
+  package.package.back() = static_cast<char>(package.package.back() ^ 1);
+  EXPECT_EQ(Opening(package).Open({"secret"}, {.mostMemory = 1000}), kFiDecryptionFailed);
+  EXPECT_TRUE(NamelessFiles(folder_).empty());
+  EXPECT_EQ(CountEntries(folder_), 0u);
+}
+
+TEST_F(TemporaryFile, HasToBePossible) {
+  ::setenv("TMPDIR", (folder_ + "/missing").c_str(), 1);
+  const EncryptedPackage package = WriteAgile(Package(5000), {});
+  EXPECT_EQ(Opening(package).Open({"secret"}, {.mostMemory = 4999}), kFiDecryptionFailed);
+  EXPECT_EQ(Opening(package).Open({"secret"}, {.mostMemory = 5000}), kFiOk);
+  EXPECT_EQ(Opening(package).Open({"secret"}, {.mostPlaintext = 4999}), kFiDecryptionFailed);
+}
+
+// Over the blocks in which memory is taken.
+TEST(Decryption, ViewReadsAtAnyPosition) {
+  const std::string content = Package(600000);
+  const EncryptedPackage package = WriteStandard(content, {.spins = 10});
+  for (const uint64_t mostMemory : {uint64_t{1} << 20, uint64_t{1}}) {
+    Opening opening(package);
+    ASSERT_EQ(opening.Open({"secret"}, {.standardSpins = 10, .mostMemory = mostMemory}), kFiOk);
+    IOHandle* view = opening.view.get();
+    ASSERT_TRUE(io::Has64Bit(view));
+    for (const size_t offset : {0u, 262143u, 262144u, 524287u, 599999u, 600000u, 700000u}) {
+      std::string bytes(300000, '\0');
+      ASSERT_TRUE(io::Seek(view, kIoFromStart, static_cast<uint32_t>(offset)));
+      bytes.resize(io::Read(view, bytes.data(), 300000));
+      EXPECT_EQ(bytes, offset < content.size() ? content.substr(offset, 300000) : "") << offset;
+    }
+    int64_t end = 0;
+    ASSERT_TRUE(io::Seek64(view, kIoFromEnd, 0) && io::Tell64(view, &end));
+    EXPECT_EQ(end, 600000);
+  }
+}
+
+TEST(SecretBytes, AreWiped) {
+  alignas(SecretBytes<32>) std::array<unsigned char, sizeof(SecretBytes<32>)> memory;
+  // The compiler takes the bytes of an object that is gone for undefined; here they are looked at.
+  const volatile unsigned char* seen = memory.data();
+  auto* secret = new (memory.data()) SecretBytes<32>;
+  ASSERT_TRUE(secret->Append(std::array<uint8_t, 4>{0xAA, 0xBB, 0xCC, 0xDD}));
+  ASSERT_EQ(seen[0], 0xAA);
+  secret->~SecretBytes<32>();
+  for (size_t i = 0; i < 32; ++i) EXPECT_EQ(seen[i], 0) << i;
+}
+
+}  // namespace
+}  // namespace fi::crypto
