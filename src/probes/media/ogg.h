@@ -1,0 +1,17 @@
+// Ogg files: pages that carry the packets of one or more logical streams. The first packet of a
+// stream names its codec.
+#ifndef FI_PROBES_MEDIA_OGG_H_
+#define FI_PROBES_MEDIA_OGG_H_
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// The identifier for the first audio and the first video codec of the file, kFormatOgg for any
+// other Ogg file, or kNoMatch.
+FormatId OggProbe(IdentificationStream* stream);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_MEDIA_OGG_H_
