@@ -4,7 +4,24 @@
 #include <iterator>
 
 #include "platform/format_ids.h"
+#include "probes/content/card_calendar.h"
+#include "probes/content/dif.h"
 #include "probes/content/encoded_text.h"
+#include "probes/content/eps_preview.h"
+#include "probes/content/escape_sequence.h"
+#include "probes/content/header_checksum.h"
+#include "probes/content/high_byte_density.h"
+#include "probes/content/marker_sequence.h"
+#include "probes/content/pict.h"
+#include "probes/content/ptf_header.h"
+#include "probes/content/record_triplet.h"
+#include "probes/content/sfnt.h"
+#include "probes/content/text_version.h"
+#include "probes/content/version_digit.h"
+#include "probes/content/versioned_6100.h"
+#include "probes/content/x_bitmap.h"
+#include "probes/media/iso_media.h"
+#include "probes/media/ogg.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/designer.h"
 #include "probes/storage/legacy_document.h"
@@ -47,28 +64,38 @@ FormatId Classifier(const ProbeCall& call) {
   return id;
 }
 
+// Both kinds of font have a directory of the same form, at the start of the file.
+FormatId Font(const ProbeCall& call) {
+  return SfntDirectoryProbe(call.run.stream, 0) ? call.code : kNoMatch;
+}
+
+template <uint32_t offset>
+FormatId MarkerSequence(const ProbeCall& call) {
+  return MarkerSequenceProbe(call.run.stream, offset) ? call.code : kNoMatch;
+}
+
 // Sorted by code, for the search below.
 constexpr ProbeEntry kProbes[] = {
     {1003, NoProbe},
     {1007, NoProbe},
-    {1010, NoProbe},
+    {1010, OfStream<HeaderChecksumProbe>},
     {1018, NoProbe},
-    {1019, NoProbe},
+    {1019, OfStream<EscapeSequenceProbe>},
     {1020, NoProbe},
-    {1021, NoProbe},
+    {1021, MarkerSequence<120>},
     {1023, NoProbe},
     {1025, NoProbe},
     {1028, RichText},
     {1034, NoProbe},
     {1041, NoProbe},
-    {1057, NoProbe},
-    {1077, NoProbe},
+    {1057, OfStream<HighByteDensityProbe>},
+    {1077, MarkerSequence<118>},
     {1082, OfStream<ProbeLegacyDocument>},
     {1108, NoProbe},
-    {1141, NoProbe},
+    {1141, OfStream<CardCalendarProbe>},
     {1143, MessageClass},
     {1146, OfStream<ProbeWordFib>},
-    {1168, NoProbe},
+    {1168, OfStream<VersionDigitProbe>},
     {1187, NoProbe},
     {1190, NoProbe},
     {1201, NoProbe},
@@ -87,8 +114,8 @@ constexpr ProbeEntry kProbes[] = {
     {1447, PerfectOfficeMain},
     {1450, PerfectOfficeMain},
     {1453, PerfectOfficeMain},
-    {1472, NoProbe},
-    {1504, NoProbe},
+    {1472, OfStream<DifProbe>},
+    {1504, OfStream<EpsPreviewProbe>},
     {1505, NoProbe},
     {1515, NoProbe},
     {1518, NoProbe},
@@ -98,24 +125,24 @@ constexpr ProbeEntry kProbes[] = {
     {1557, NoProbe},
     {1569, NoProbe},
     {1570, NoProbe},
-    {1571, NoProbe},
+    {1571, OfStream<XBitmapProbe>},
     {1572, NoProbe},
     {1575, NoProbe},
     {1579, OfStream<ProbeDesignerDoc>},
     {1580, NoProbe},
     {1588, NoProbe},
     {1597, OfStream<ProbeVisioDocument>},
-    {1601, NoProbe},
+    {1601, OfStream<RecordTripletProbe>},
     {1631, OfStream<ProbeVisioDocument>},
-    {1644, NoProbe},
+    {1644, OfStream<TextVersionProbe>},
     {1705, NoProbe},
     {1710, NoProbe},
     {1716, NoProbe},
     {1720, NoProbe},
     {1721, NoProbe},
-    {1723, NoProbe},
+    {1723, OfStream<IsoMediaProbe>},
     {1726, NoProbe},
-    {1730, NoProbe},
+    {1730, OfStream<OggProbe>},
     {1802, NoProbe},
     {1803, NoProbe},
     {1807, NoProbe},
@@ -126,18 +153,18 @@ constexpr ProbeEntry kProbes[] = {
     {2202, OfStream<ProbeContentsStream>},
     {2233, NoProbe},
     {2400, NoProbe},
-    {2404, NoProbe},
+    {2404, Font},
     {2405, NoProbe},
-    {2406, NoProbe},
+    {2406, Font},
     {4050, OfStream<EncodedTextProbe>},
-    {5004, NoProbe},
-    {6100, NoProbe},
-    {6102, NoProbe},
-    {6103, NoProbe},
-    {6104, NoProbe},
-    {6106, NoProbe},
-    {6108, NoProbe},
-    {6200, NoProbe},
+    {5004, OfStream<PictHeaderProbe>},
+    {6100, OfStream<Ad1Probe>},
+    {6102, OfStream<Ad1EncryptedProbe>},
+    {6103, OfStream<EnCaseEx01Probe>},
+    {6104, OfStream<EnCaseL01Probe>},
+    {6106, OfStream<EnCaseLx01Probe>},
+    {6108, OfStream<EnCaseE01Probe>},
+    {6200, OfStream<PtfHeaderProbe>},
     {6201, NoProbe},
     {6202, NoProbe},
     {6203, NoProbe},
