@@ -34,8 +34,8 @@ TEST(PtfHeader, NeedsItsThreeLines) {
           {"less on the line", "begin=Hea\ntype=ptf\nend=Head\n", kNoMatch},
           {"no end line", "begin=Head\ntype=ptf\n", kNoMatch},
           {"NUL", Bytes("x\0\n") + header, kNoMatch},
-          {"a line where a long one is cut", longLine + header, kFormatPortableTranscript},
-          {"a line one byte on", longLine + "x" + header, kNoMatch},
+          {"longest line", longLine + "\n" + header, kFormatPortableTranscript},
+          {"line too long", longLine + "x\n" + header, kNoMatch},
       });
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/buffered_scan.h"
+#include "probes/buffered_scan.h"
 
 namespace fi {
 namespace {

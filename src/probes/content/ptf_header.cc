@@ -43,8 +43,9 @@ FormatId PtfHeaderProbe(IdentificationStream* stream) {
   uint32_t missing = (1u << std::size(kLines)) - 1;
   // As long as the lines left can be the ones that are missing.
   for (uint32_t left = kMaxLines; left >= static_cast<uint32_t>(std::popcount(missing)); --left) {
-    const LineHead line = ReadLineHead(stream, kMaxLineBytes);
-    if (line.end == LineEnd::kNul) return kNoMatch;  // not text
+    const LineHead line = ReadLineHead(stream, kMaxLineBytes + 1);
+    // No header: binary data, or text without lines, of which no more is read than this.
+    if (line.end == LineEnd::kNul || line.end == LineEnd::kFull) return kNoMatch;
     missing &= ~BitOf(line);
     if (missing == 0) return kFormatPortableTranscript;
     if (line.end == LineEnd::kDataEnd) return kNoMatch;

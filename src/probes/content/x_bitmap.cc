@@ -3,9 +3,9 @@
 #include <array>
 #include <string_view>
 
-#include "engine/buffered_scan.h"
 #include "formatid/io.h"
 #include "platform/format_ids.h"
+#include "probes/buffered_scan.h"
 
 namespace fi {
 namespace {

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
-#include "engine/buffered_scan.h"
 #include "formatid/io.h"
 #include "platform/format_ids.h"
+#include "probes/buffered_scan.h"
 
 namespace fi {
 namespace {

@@ -1,8 +1,8 @@
 // Searches inside the stream's buffer, for scans that would otherwise take their bytes one by one.
 // They see what is buffered only: a scan takes a byte with IdStreamGetByte, which refills, and then
 // passes over the rest of its run.
-#ifndef FI_ENGINE_BUFFERED_SCAN_H_
-#define FI_ENGINE_BUFFERED_SCAN_H_
+#ifndef FI_PROBES_BUFFERED_SCAN_H_
+#define FI_PROBES_BUFFERED_SCAN_H_
 
 #include <algorithm>
 #include <cstdint>
@@ -28,4 +28,4 @@ inline void PassBuffered(IdentificationStream* stream, uint32_t count) {
 
 }  // namespace fi
 
-#endif  // FI_ENGINE_BUFFERED_SCAN_H_
+#endif  // FI_PROBES_BUFFERED_SCAN_H_
