@@ -14,7 +14,7 @@ using testing::ExpectAnswers;
 using testing::ExpectAnswersWhenCut;
 using testing::LittleEndian;
 
-std::string Record(uint32_t type, uint32_t words) {
+std::string Record(uint32_t type, size_t words) {
   return LittleEndian(type, 2) + LittleEndian(words, 2) + std::string(2 * words, '\x7F');
 }
 

@@ -38,8 +38,8 @@ FormatId SegmentId(IdentificationStream* stream, bool first, const SegmentIds& i
 // The fields that the two kinds of the second EnCase version share: version 2.1, and none, the
 // first or the second method of compression. Leaves the stream at the segment number.
 bool PassVersion2Header(IdentificationStream* stream) {
-  if (!SeekTo(stream, 8)) return false;
-  if (IdStreamGetByte(stream) != 2 || IdStreamGetByte(stream) != 1) return false;
+  constexpr int32_t kVersion = 0x0102;  // the major number in the first byte
+  if (!SeekTo(stream, 8) || IdStreamGetWordLE(stream) != kVersion) return false;
   const int32_t compression = IdStreamGetWordLE(stream);
   return compression >= 0 && compression <= 2;
 }
