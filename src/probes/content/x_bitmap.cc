@@ -103,7 +103,7 @@ FormatId XBitmapProbe(IdentificationStream* stream) {
     Word word = Word::kOther;
     if (!tokens.Next(&word)) return kNoMatch;
     if (array || i % 3 != 0) continue;
-    if (word == Word::kDefine && defines < 4) {
+    if (word == Word::kDefine) {
       ++defines;
     } else if (word == Word::kStatic && (defines == 2 || defines == 4)) {
       array = true;
