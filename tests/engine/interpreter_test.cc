@@ -7,6 +7,7 @@
 #include "engine/signature_encoder.h"
 #include "tests/support/bytes.h"
 #include "tests/support/memory_handle.h"
+#include "tests/support/samples.h"
 
 namespace fi {
 namespace {
@@ -39,137 +40,14 @@ Outcome Execute(const std::string& program, const std::string& file,
   return {id, IdStreamPosition(stream.get())};
 }
 
-struct Case {
-  const char* name;
-  std::string program;
-  std::string file;
-  bool matches;
-  int64_t position;  // where the stream is left
-};
-
 TEST(Interpreter, Tests) {
-  const std::string far = File({{5000, "end"}});
-  const Case cases[] = {
-      {"literals", "%PDF", "%PDF-1.4", true, 4},
-      {"literals, last differs", "%PDF", "%PDX", false, 4},
-      {"literal at end of data", "%PDF", "%PD", false, 3},
-      {"no tests", "", "", true, 0},
-      {"escaped literal", Bytes("\xFF\xFF"), "\xFF", true, 1},
-      {"escaped literal, end of data", Bytes("\xFF\xFF"), "", false, 0},
-      {"escaped literal, other byte", Bytes("\xFF\xFF"), "\xFE", false, 1},
-      {"not-byte", Bytes("\xFF\x03\x41"), "B", true, 1},
-      {"not-byte, that byte", Bytes("\xFF\x03\x41"), "A", false, 1},
-      {"not-byte, end of data", Bytes("\xFF\x03\x41"), "", false, 0},
-      {"range", Bytes("\xFF\x04\x03\x30\x39"), "129", true, 3},
-      {"range, third byte above", Bytes("\xFF\x04\x03\x30\x39"), "12a", false, 3},
-      {"range, below", Bytes("\xFF\x04\x03\x30\x39"), "/23", false, 1},
-      {"range is unsigned", Bytes("\xFF\x04\x01\x80\xFF"), "\xFF", true, 1},
-      {"range, end of data", Bytes("\xFF\x04\x03\x00\xFF"), "12", false, 2},
-      {"range of no bytes", Bytes("\xFF\x04\x00\x30\x39"), "", true, 0},
-      {"range upside down", Bytes("\xFF\x04\x01\x39\x30"), "5", false, 1},
-      {"words outside", Bytes("\xFF\x05\x01\x00\x00\xFF\x00"), Bytes("\0\1"), true, 2},
-      {"words outside, lower bound", Bytes("\xFF\x05\x01\x00\x00\xFF\x00"), Bytes("\0\0"), false,
-       2},
-      {"words outside, upper bound", Bytes("\xFF\x05\x01\x00\x00\xFF\x00"), Bytes("\xFF\0"), false,
-       2},
-      {"words outside, FFFF", Bytes("\xFF\x05\x01\x00\x00\xFF\x00"), "\xFF\xFF", false, 2},
-      {"words outside, second", Bytes("\xFF\x05\x02\x05\x00\x06\x00"), Bytes("\1\0\5\0"), false, 4},
-      {"words outside, half a word", Bytes("\xFF\x05\x01\x05\x00\x06\x00"), "\1", false, 1},
-      {"skip",
-       Bytes("\xFF\x06\x03"
-             "d"),
-       "abcd", true, 4},
-      {"skip to the end", Bytes("\xFF\x06\x04"), "abcd", true, 4},
-      {"skip past the end", Bytes("\xFF\x06\x05"), "abcd", false, 4},
-      {"skip nothing", Bytes("\xFF\x06\x00"), "", true, 0},
-      {"one of two, first",
-       Bytes("\xFF\x0D"
-             "ab"),
-       "a", true, 1},
-      {"one of two, second",
-       Bytes("\xFF\x0D"
-             "ab"),
-       "b", true, 1},
-      {"one of two, neither",
-       Bytes("\xFF\x0D"
-             "ab"),
-       "c", false, 1},
-      {"one of two, end of data",
-       Bytes("\xFF\x0D"
-             "ab"),
-       "", false, 0},
-      {"rewind",
-       Bytes("ab\xFF\x0A"
-             "ab"),
-       "ab", true, 2},
-      {"seek inside the buffer",
-       Bytes("\xFF\x01\x02\x00\x00\x00"
-             "c"),
-       "abc", true, 3},
-      {"seek outside the buffer",
-       Bytes("x\xFF\x01\x88\x13\x00\x00"
-             "end"),
-       far, true, 5003},
-      {"seek and rewind",
-       Bytes("\xFF\x01\x88\x13\x00\x00"
-             "e\xFF\x0Ax"),
-       far, true, 1},
-      {"seek past the end",
-       Bytes("\xFF\x01\x09\x00\x00\x00"
-             "c"),
-       "abc", false, 9},
-      {"seek to 2 GB turns negative",
-       Bytes("\xFF\x01\x00\x00\x00\x80"
-             "c"),
-       "abc", false, -2147483648LL},
-      {"seek from the end",
-       Bytes("\xFF\x0F\xFD\xFF\xFF\xFF"
-             "end"),
-       far, true, 5003},
-      {"seek from the end, before the start", Bytes("\xFF\x0F\xFC\xFF\xFF\xFF"), "abc", false, 0},
-      {"extension is a prefix",
-       Bytes("\xFF\x0E\x02"
-             "AI"),
-       "", true, 0},
-      {"extension, whole",
-       Bytes("\xFF\x0E\x05"
-             "AIFF\0"),
-       "", true, 0},
-      {"extension differs",
-       Bytes("\xFF\x0E\x03"
-             "AIX"),
-       "", false, 0},
-      {"extension longer than any",
-       Bytes("\xFF\x0E\x06"
-             "AIFF\0\0"),
-       "", false, 0},
-      {"class on a file",
-       Bytes("\xFF\x10"
-             "0123456789abcdef"),
-       "", false, 0},
-      {"no-op 00",
-       Bytes("\xFF\x00"
-             "a"),
-       "a", true, 1},
-      {"no-op E2",
-       Bytes("\xFF\xE2"
-             "a"),
-       "a", true, 1},
-      {"end of entry does nothing",
-       Bytes("a\xFF\xE0"
-             "b"),
-       "ab", true, 2},
-      {"end of table", Bytes("a\xFF\xE1"), "ab", false, 1},
-      {"unknown probe code: its second byte is executed",
-       Bytes("\xFF\x0C\x00"
-             "a"),
-       "a", true, 1},
-  };
-  for (const Case& test : cases) {
+  for (const testing::Sample& sample : testing::ReadSamples("interpreter.txt", 5)) {
+    const std::string program = Returning(testing::SampleBytes(sample.columns[3]));
+    const std::string file = testing::SampleBytes(sample.columns[4]);
     for (const uint32_t mostPerRead : {UINT32_MAX, 1u}) {
-      const Outcome outcome = Execute(Returning(test.program), test.file, mostPerRead);
-      EXPECT_EQ(outcome.id, test.matches ? kHit : kNoMatch) << test.name;
-      EXPECT_EQ(outcome.position, test.position) << test.name;
+      const Outcome outcome = Execute(program, file, mostPerRead);
+      EXPECT_EQ(outcome.id, sample.Number(0) == 1 ? kHit : kNoMatch) << sample.place;
+      EXPECT_EQ(outcome.position, sample.Number(1)) << sample.place;
     }
   }
 }

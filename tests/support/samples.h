@@ -22,7 +22,8 @@ struct Sample {
 };
 
 // The samples of tests/data/`file`. Fails the test when there are none, or one has too few columns.
-std::vector<Sample> ReadSamples(std::string_view file, size_t columns);
+// The last `optional` ones may be missing and then are empty.
+std::vector<Sample> ReadSamples(std::string_view file, size_t columns, size_t optional = 0);
 
 // The bytes that `notation` stands for. Fails the test when it is wrong.
 std::string SampleBytes(std::string_view notation);
