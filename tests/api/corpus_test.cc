@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,7 +26,8 @@ namespace fs = std::filesystem;
 
 struct CorpusFile {
   std::string path;
-  FormatId id = 0;     // 0: not settled
+  FormatId id = 0;  // 0: not settled
+  uint32_t status = 0;
   uint16_t entry = 0;  // the deciding row; 0: none
 };
 
@@ -47,6 +50,7 @@ std::vector<CorpusFile> ReadManifest(const fs::path& folder) {
     std::getline(columns, status, '\t');
     std::getline(columns, entry, '\t');
     files.push_back({(folder / path).string(), static_cast<FormatId>(std::atoi(id.c_str())),
+                     static_cast<uint32_t>(std::atoi(status.c_str())),
                      static_cast<uint16_t>(std::atoi(entry.c_str()))});
   }
   return files;
@@ -68,20 +72,26 @@ io::OwnedHandle Open(const std::string& path) {
   return io::OwnedHandle(handle);
 }
 
-TEST_F(CorpusTest, RowsThatReturnAnIdentifierNameTheirFiles) {
+// Rows whose probes are not written yet: ZIP packages; mail; encoded text.
+constexpr uint16_t kUnwrittenRows[] = {298, 432, 462};
+
+TEST_F(CorpusTest, SettledFilesAnswerTheirIdentifiers) {
   uint32_t checked = 0;
   for (const CorpusFile& file : files_) {
-    if (file.entry == 0 || BasisOfRow(file.entry) == kFiBasisContent) continue;
+    const auto* unwritten =
+        std::find(std::begin(kUnwrittenRows), std::end(kUnwrittenRows), file.entry);
+    if (file.id == 0 || unwritten != std::end(kUnwrittenRows)) continue;
     const io::OwnedHandle handle = Open(file.path);
     if (handle == nullptr) continue;
     FormatId id = 0;
     FIEvidence evidence{};
-    EXPECT_EQ(FIIdHandleEvidence(handle.get(), kFiUseFlags | kFiTextFallback, &id, &evidence), 0u);
+    const uint32_t flags = kFiUseFlags | kFiTextFallback;
+    EXPECT_EQ(FIIdHandleEvidence(handle.get(), flags, &id, &evidence), file.status) << file.path;
     EXPECT_EQ(id, file.id) << file.path;
     EXPECT_EQ(evidence.signature, file.entry) << file.path;
     ++checked;
   }
-  EXPECT_GT(checked, 700u);
+  EXPECT_GT(checked, 1400u);
 }
 
 TEST_F(CorpusTest, IndexAgreesWithThePlainWalk) {
