@@ -89,9 +89,8 @@ int32_t MemoryHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) {
   }
 }
 
-int32_t MemoryHandle::Open(IOHandle* handle, IOHandle** target, uint32_t /*sourceType*/,
+int32_t MemoryHandle::Open(IOHandle* /*handle*/, IOHandle** target, uint32_t /*sourceType*/,
                            const void* /*source*/, uint32_t /*flags*/) {
-  ++Self(handle)->opens;
   *target = nullptr;
   return kIoNotFound;
 }

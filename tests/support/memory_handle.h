@@ -32,7 +32,6 @@ class MemoryHandle : public IOHandle {
   uint64_t reads = 0;
   uint64_t bytesRead = 0;
   uint64_t seeks = 0;
-  uint64_t opens = 0;
   uint64_t closes = 0;
 
   int64_t position = 0;
