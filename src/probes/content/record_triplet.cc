@@ -22,7 +22,10 @@ FormatId RecordTripletProbe(IdentificationStream* stream) {
     if ((seen & bit) != 0) return kNoMatch;
     seen |= bit;
     const int32_t words = IdStreamGetWordLE(stream);
-    if (words < 0 || IdStreamSeek(stream, int64_t{words} * 2, kIoFromCurrent) != 0) return kNoMatch;
+    if (words < 0) return kNoMatch;
+    if (i + 1 < kRecords && IdStreamSeek(stream, int64_t{words} * 2, kIoFromCurrent) != 0) {
+      return kNoMatch;
+    }
   }
   return kFormatMicroStationDesign7;
 }

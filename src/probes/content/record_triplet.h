@@ -1,5 +1,5 @@
 // MicroStation design files, to version 7: records of a type and a length, of which the first three
-// are a file header, a symbology record and a colour table.
+// are a digitizer set-up, a file header and a level symbology, in any order.
 #ifndef FI_PROBES_CONTENT_RECORD_TRIPLET_H_
 #define FI_PROBES_CONTENT_RECORD_TRIPLET_H_
 
