@@ -27,7 +27,10 @@ std::string Binary() {
 
 std::string Prose() {
   std::string text;
-  while (text.size() < kFileSize) text += "Only words, one after another, and a line end.\n";
+  for (size_t line = 0; text.size() < kFileSize; ++line) {
+    text += "Only words, line after line, and now and then a number such as ";
+    text += std::to_string(line * line) + (line % 3 == 0 ? ".\n" : ", and so on.\n");
+  }
   return text;
 }
 
@@ -73,14 +76,18 @@ class ScratchFile {
   std::string path_;
 };
 
-void FromFile(benchmark::State& state, const std::string& name) {
-  const ScratchFile file(Scenario(name));
+void Identify(benchmark::State& state, const char* path) {
   FormatId id = 0;
   for (auto _ : state) {
-    FIIdFile(kIoSourcePath, file.Path(), kFiTextFallback | kFiDelimitedText, &id);
+    FIIdFile(kIoSourcePath, path, kFiTextFallback | kFiDelimitedText, &id);
     benchmark::DoNotOptimize(id);
   }
   state.SetLabel(std::to_string(id));
+}
+
+void FromFile(benchmark::State& state, const std::string& name) {
+  const ScratchFile file(Scenario(name));
+  Identify(state, file.Path());
 }
 
 void OpenReadClose(benchmark::State& state) {
@@ -105,3 +112,14 @@ BENCHMARK_CAPTURE(FromFile, nothing, "binary");
 BENCHMARK_CAPTURE(FromFile, text, "text");
 
 }  // namespace
+
+int main(int count, char** arguments) {
+  benchmark::Initialize(&count, arguments);
+  for (int i = 1; i < count; ++i) {
+    const std::string name = std::filesystem::path(arguments[i]).filename().string();
+    benchmark::RegisterBenchmark(("GivenFile/" + name).c_str(), Identify, arguments[i]);
+  }
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}
