@@ -22,6 +22,10 @@ constexpr uint32_t kApplicationName = 18;
 // The table is counted in 16 bits: a count above this would not end before the data does.
 constexpr uint32_t kMostProperties = 0xFFFF;
 
+// Application names that are looked at; a document has one. Each can lie anywhere in the stream,
+// and in a file of scattered sectors the way there can be long.
+constexpr uint32_t kMostNames = 64;
+
 // Behind a property's type and length (8 bytes) and the 15 characters "Microsoft Word " stands the
 // version, or "for Windows 95".
 constexpr uint32_t kVersionAt = 23;
@@ -82,6 +86,8 @@ std::optional<FormatId> ByApplicationName(const VersionText& text) {
 bool OpenSection(IdentificationStream* summary, uint32_t* section, uint32_t* count) {
   (void)IdStreamSeek(summary, kSectionOffsetAt, kIoFromStart);
   if (IdStreamGetDwordLE(summary, section) != 0) return false;
+  // No stream goes that far; on a handle of 32-bit positions the place would wrap.
+  if (*section > UINT32_MAX - 4) return false;
   (void)IdStreamSeek(summary, int64_t{*section} + 4, kIoFromStart);
   return IdStreamGetDwordLE(summary, count) == 0;
 }
@@ -97,12 +103,13 @@ FormatId BySummary(IOHandle* document, IdentificationStream* summary) {
 
   FormatId answer = kFormatWord2000;
   bool askBlock = false;
+  uint32_t names = 0;
   for (uint32_t i = 0; i < count; ++i) {
     uint32_t property = 0;
     uint32_t offset = 0;
     if (IdStreamGetDwordLE(summary, &property) != 0) return kFormatWord97;
     if (IdStreamGetDwordLE(summary, &offset) != 0) return kFormatWord97;
-    if (property != kApplicationName) continue;
+    if (property != kApplicationName || ++names > kMostNames) continue;
     // Past the stream, whose buffer keeps the table.
     const uint64_t at = uint64_t{section} + offset + kVersionAt;
     const std::optional<FormatId> named = ByApplicationName(ReadVersionText(summary->handle, at));
@@ -117,7 +124,7 @@ FormatId BySummary(IOHandle* document, IdentificationStream* summary) {
 FormatId ByDocumentVersion(IdentificationStream* child) {
   constexpr int32_t kFirstWord6 = 101;
   constexpr int32_t kLastWord95 = 105;
-  (void)IdStreamGetWordLE(child);
+  if (IdStreamGetWordLE(child) < 0) return kFormatWord2000;
   const int32_t version = IdStreamGetWordLE(child);
   return version >= kFirstWord6 && version <= kLastWord95 ? kFormatWord6Or95Bare : kFormatWord2000;
 }

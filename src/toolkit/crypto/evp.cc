@@ -55,6 +55,14 @@ size_t HashSize(HashAlgorithm algorithm) {
   return 64;
 }
 
+ErrorMark::ErrorMark() : lib_(LoadLibCrypto()) {
+  if (lib_ != nullptr) (void)lib_->ERR_set_mark();
+}
+
+ErrorMark::~ErrorMark() {
+  if (lib_ != nullptr) (void)lib_->ERR_pop_to_mark();
+}
+
 Hasher::Hasher(HashAlgorithm algorithm) : lib_(LoadLibCrypto()) {
   if (lib_ == nullptr) return;
   digest_ = lib_->EVP_MD_fetch(nullptr, NameOf(algorithm), nullptr);

@@ -25,6 +25,19 @@ enum class HashAlgorithm { kSha1, kSha256, kSha384, kSha512 };
 // Bytes of a hash value.
 size_t HashSize(HashAlgorithm algorithm);
 
+// Takes back, at the end of a scope, what failed calls in it left in the thread's queue of errors:
+// a host that shares libcrypto would take them for those of its own calls.
+class ErrorMark {
+ public:
+  ErrorMark();
+  ~ErrorMark();
+  ErrorMark(const ErrorMark&) = delete;
+  ErrorMark& operator=(const ErrorMark&) = delete;
+
+ private:
+  const LibCrypto* const lib_;
+};
+
 class Hasher {
  public:
   explicit Hasher(HashAlgorithm algorithm);

@@ -5,10 +5,13 @@
 #define FI_TOOLKIT_CRYPTO_LIBCRYPTO_H_
 
 #include <openssl/core_names.h>
+#include <openssl/err.h>
 #include <openssl/evp.h>
 #include <openssl/params.h>
 
 #define FI_LIBCRYPTO_FUNCTIONS(FUNCTION) \
+  FUNCTION(ERR_pop_to_mark)              \
+  FUNCTION(ERR_set_mark)                 \
   FUNCTION(EVP_CIPHER_CTX_free)          \
   FUNCTION(EVP_CIPHER_CTX_new)           \
   FUNCTION(EVP_CIPHER_CTX_set_padding)   \

@@ -9,6 +9,7 @@
 
 #include "platform/io.h"
 #include "toolkit/crypto/encryption_info.h"
+#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/package_key.h"
 #include "toolkit/crypto/package_stream.h"
 #include "toolkit/crypto/package_view.h"
@@ -45,6 +46,7 @@ EncryptionInfo ReadInfo(IOHandle* document, const DecryptionLimits& limits) {
 
 Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Bytes password,
                 PackageKey* key) {
+  const ErrorMark mark;
   if (const auto* agile = std::get_if<AgileInfo>(&info)) return UnlockAgile(*agile, password, key);
   if (const auto* standard = std::get_if<StandardInfo>(&info)) {
     return UnlockStandard(*standard, limits, password, key);
@@ -115,6 +117,7 @@ uint32_t OpenPackage(IOHandle* document, const O12PasswordSource& source,
   auto* view = new (std::nothrow) PackageView(NameOf(document).data(), depth + 1);
   if (view == nullptr) return kFiDecryptionFailed;
   io::OwnedHandle owned(view);
+  const ErrorMark mark;
   if (!DecryptPackage(stream.get(), key, limits, &view->plaintext())) return kFiDecryptionFailed;
   *package = owned.release();
   return kFiOk;

@@ -29,7 +29,7 @@ class Chain {
   void Start(Links& links, uint32_t first);
 
   // The chain's index-th unit, counted from 0, or kNoUnit behind its end. A chain that runs into
-  // itself ends where that is noticed: at the latest when it has gone three times round.
+  // itself ends where that is noticed: within three times its length up to where it closes.
   uint32_t At(uint32_t index);
 
  private:

@@ -55,6 +55,7 @@ std::array<char, EntryName::kMaxUnits + 1> EntryName::Narrow() const {
 int CompareNames(const EntryName& a, const EntryName& b) {
   if (a.length != b.length) return a.length < b.length ? -1 : 1;
   for (uint32_t i = 0; i < a.length; ++i) {
+    if (a.units[i] == b.units[i]) continue;
     const uint16_t left = UpperCase(a.units[i]);
     const uint16_t right = UpperCase(b.units[i]);
     if (left != right) return left < right ? -1 : 1;
@@ -65,7 +66,8 @@ int CompareNames(const EntryName& a, const EntryName& b) {
 DirectoryEntry ParseEntry(const uint8_t* bytes, bool wideSize) {
   DirectoryEntry entry;
   entry.name.length = UnitsOfName(LoadLE16(bytes + kNameLength));
-  for (uint32_t i = 0; i < entry.name.length; ++i) entry.name.units[i] = LoadLE16(bytes + i * 2);
+  // All units, used or not: a copy of fixed size is the cheapest.
+  for (uint32_t i = 0; i < EntryName::kMaxUnits; ++i) entry.name.units[i] = LoadLE16(bytes + i * 2);
   entry.kind = EntryKind{bytes[kKind]};
   entry.left = LoadLE32(bytes + kLeft);
   entry.right = LoadLE32(bytes + kRight);

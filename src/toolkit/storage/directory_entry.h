@@ -21,7 +21,7 @@ using ClassId = std::array<uint8_t, 16>;
 struct EntryName {
   static constexpr uint32_t kMaxUnits = 31;
 
-  std::array<uint16_t, kMaxUnits> units{};
+  std::array<uint16_t, kMaxUnits> units;  // those behind the length mean nothing
   uint32_t length = 0;
 
   // Widens a narrow name byte by byte. False when it is empty or too long to be in a directory.
@@ -33,7 +33,8 @@ struct EntryName {
 
 // Negative, 0 or positive: the order in which the format keeps names. The shorter one is first;
 // names of one length go by their upper-cased units. Folded are the small letters of Latin-1: a
-// narrow name has no others, and those of other scripts stay on their side of it.
+// narrow name has no others. Where a writer folds more, its tree may look out of order, and is gone
+// through whole.
 int CompareNames(const EntryName& a, const EntryName& b);
 
 struct DirectoryEntry {
