@@ -11,6 +11,7 @@
 #include "cli/catalogue.h"
 #include "cli/options.h"
 #include "cli/output.h"
+#include "cli/passwords.h"
 #include "cli/session.h"
 #include "cli/usage.h"
 #include "formatid/formatid.h"
@@ -33,11 +34,35 @@ ExitCode ShowUsage(std::string_view text) {
   return kTrouble;
 }
 
+bool ReadPasswords(const Options& options, Passwords& passwords) {
+  const int descriptor = options.passwordDescriptor;
+  std::string error;
+  if (descriptor < 0) {
+    if (passwords.ReadFile(options.passwordFile, error)) return true;
+    Complain(options.passwordFile, error);
+    return false;
+  }
+  if (passwords.ReadDescriptor(descriptor, error)) return true;
+  Complain(
+      descriptor == STDIN_FILENO ? "standard input" : "descriptor " + std::to_string(descriptor),
+      error);
+  return false;
+}
+
+ExitCode Identify(const Options& options, Output& output) {
+  if (options.passwordDescriptor < 0 && options.passwordFile.empty())
+    return Session(options, output).Run();
+  Passwords passwords;
+  if (!ReadPasswords(options, passwords)) return kTrouble;
+  const PasswordAnswers answers(passwords);
+  return Session(options, output).Run();
+}
+
 ExitCode RunTask(const Options& options, Output& output) {
   std::string text;
   switch (options.task) {
     case Task::kIdentify:
-      return Session(options, output).Run();
+      return Identify(options, output);
     case Task::kShowHelp:
       text = kHelp;
       break;

@@ -1,5 +1,7 @@
 #include "cli/options.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
@@ -10,7 +12,7 @@ namespace {
 // What the parser stores, before it is put together.
 struct Raw {
   std::vector<std::string> paths;
-  std::string lines, records, separator, described;
+  std::string lines, records, separator, described, passwordFile, passwordDescriptor;
   bool dereference = false, noDereference = false;
   bool mime = false, id = false, extension = false;
   bool json = false, jsonLines = false, csv = false;
@@ -61,6 +63,11 @@ void AddAnswer(CLI::App& app, Raw& raw, Options& options) {
   textOnly(app.add_option("-F,--separator", raw.separator))->excludes(brief)->excludes(rawPath);
 }
 
+void AddPasswords(CLI::App& app, Raw& raw) {
+  auto* file = app.add_option("--password-file", raw.passwordFile);
+  app.add_option("--password-fd", raw.passwordDescriptor)->excludes(file);
+}
+
 void AddRun(CLI::App& app, Raw& raw, Options& options) {
   app.add_flag("-n,--no-buffer", options.flushEachRecord);
   auto* progress = app.add_flag("--progress", raw.progress);
@@ -75,9 +82,10 @@ void AddAbout(CLI::App& app, Raw& raw) {
   app.add_flag("--help", raw.help);
 }
 
-bool ReadId(const std::string& text, FormatId& id) {
+template <typename Number>
+bool ReadNumber(const std::string& text, Number& number) {
   const char* end = text.data() + text.size();
-  const std::from_chars_result result = std::from_chars(text.data(), end, id);
+  const std::from_chars_result result = std::from_chars(text.data(), end, number);
   return result.ec == std::errc() && result.ptr == end && !text.empty();
 }
 
@@ -90,6 +98,21 @@ void SetStyle(const CLI::App& app, Raw& raw, Options& options) {
   if (raw.extension) style.field = Field::kExtensions;
   Unguard(raw.separator);
   if (app.count("--separator") != 0) style.separator = raw.separator;
+}
+
+// Returns the fault, or nothing. No fault tells a value: it may be a password in the wrong place.
+std::string FinishPasswords(const CLI::App& app, Raw& raw, Options& options) {
+  Unguard(raw.passwordFile);
+  if (app.count("--password-file") != 0 && raw.passwordFile.empty())
+    return "the file of passwords has no name";
+  if (raw.passwordFile == "-") {
+    options.passwordDescriptor = STDIN_FILENO;
+  } else {
+    options.passwordFile = raw.passwordFile;
+  }
+  if (app.count("--password-fd") == 0) return {};
+  const bool isNumber = ReadNumber(raw.passwordDescriptor, options.passwordDescriptor);
+  return isNumber && options.passwordDescriptor >= 0 ? "" : "--password-fd takes a number";
 }
 
 // What the parser cannot see. Returns the fault, or nothing.
@@ -106,7 +129,10 @@ std::string FinishInput(const CLI::App& app, Raw& raw, Options& options) {
   if (hasList && options.listFile.empty()) return "the list of files has no name";
   if (!hasList && options.paths.empty()) return "no input";
   const auto dashes = std::count(options.paths.begin(), options.paths.end(), "-");
-  if (dashes + (options.listFile == "-" ? 1 : 0) > 1) return "standard input can be read only once";
+  const bool listsInput = options.listFile == "-";
+  const bool readsPasswords = options.passwordDescriptor == STDIN_FILENO;
+  if (dashes + (listsInput ? 1 : 0) + (readsPasswords ? 1 : 0) > 1)
+    return "standard input can be read only once";
   if (app.count("--stdin-name") != 0 && dashes == 0) return "--stdin-name goes with the input -";
   return {};
 }
@@ -123,7 +149,7 @@ std::string SetTask(const CLI::App& app, const Raw& raw, Options& options) {
     options.task = Task::kListFormats;
   } else if (app.count("--describe") != 0) {
     options.task = Task::kDescribe;
-    if (!ReadId(raw.described, options.describedId)) return "--describe takes a number";
+    if (!ReadNumber(raw.described, options.describedId)) return "--describe takes a number";
   }
   const bool isAboutFormats = options.task == Task::kListFormats || options.task == Task::kDescribe;
   if (!isAboutFormats) return {};
@@ -144,6 +170,7 @@ bool ParseOptions(int count, const char* const* arguments, Options& options, std
   app.set_help_flag();
   AddInput(app, raw, options);
   AddAnswer(app, raw, options);
+  AddPasswords(app, raw);
   AddRun(app, raw, options);
   AddAbout(app, raw);
   try {
@@ -159,7 +186,9 @@ bool ParseOptions(int count, const char* const* arguments, Options& options, std
   if (raw.progress) options.progress = ProgressUse::kAlways;
   if (raw.quiet) options.progress = ProgressUse::kNone;
   error = SetTask(app, raw, options);
-  if (error.empty() && options.task == Task::kIdentify) error = FinishInput(app, raw, options);
+  if (options.task != Task::kIdentify) return error.empty();
+  if (error.empty()) error = FinishPasswords(app, raw, options);
+  if (error.empty()) error = FinishInput(app, raw, options);
   return error.empty();
 }
 

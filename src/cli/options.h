@@ -25,6 +25,9 @@ struct Options {
   std::string stdinName;  // empty: none
   bool isRecursive = false;
   LinkUse links = LinkUse::kArguments;
+  // Where passwords come from; at most one of the two is set.
+  std::string passwordFile;     // empty: none
+  int passwordDescriptor = -1;  // -1: none
   ReportStyle style;
   bool flushEachRecord = false;
   ProgressUse progress = ProgressUse::kLongRuns;

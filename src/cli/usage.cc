@@ -18,6 +18,11 @@ Answer (the name, unless one of these asks for another):
       --id                 the number of the format
       --extension          the usual file name extensions
 
+Encrypted documents:
+      --password-file F    take passwords from F, one a line (- is standard input)
+      --password-fd N      take them from the open descriptor N
+                           (the first three lines are tried on each document)
+
 Output:
   -b, --brief              no paths
   -F, --separator S        put S between path and answer in place of ':'
@@ -37,7 +42,7 @@ About:
       --help               print this text
 
 Exit status: 0 all input was read; 1 some input could not be read, or is encrypted;
-2 wrong usage, or the output could not be written.
+2 wrong usage, unusable passwords, or the output could not be written.
 )";
 
 }  // namespace fi::cli
