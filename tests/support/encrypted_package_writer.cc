@@ -19,6 +19,7 @@ void Check(bool condition) {
 const unsigned char* Data(std::string_view text) {
   return reinterpret_cast<const unsigned char*>(text.data());
 }
+unsigned char* Data(std::string& text) { return reinterpret_cast<unsigned char*>(text.data()); }
 
 std::string Number(uint64_t value, size_t size) {
   std::string bytes;
@@ -40,56 +41,49 @@ std::string Fixed(size_t size, char seed) {
   return bytes;
 }
 
-std::string Padded(std::string bytes) {
-  bytes.resize((bytes.size() + kBlock - 1) / kBlock * kBlock);
-  return bytes;
-}
-
-std::string Cut(std::string bytes, size_t size, char fill) {
+std::string Sized(std::string bytes, size_t size, char fill) {
   bytes.resize(size, fill);
   return bytes;
 }
 
+const EVP_MD* Hash(const std::string& name) { return EVP_get_digestbyname(name.c_str()); }
+
+size_t HashSize(const std::string& name) {
+  return static_cast<size_t>(EVP_MD_get_size(Hash(name)));
+}
+
 std::string Digest(const std::string& name, const std::string& bytes) {
-  std::string value(EVP_MAX_MD_SIZE, '\0');
-  unsigned int size = 0;
-  Check(EVP_Digest(bytes.data(), bytes.size(), reinterpret_cast<unsigned char*>(value.data()),
-                   &size, EVP_get_digestbyname(name.c_str()), nullptr) == 1);
-  value.resize(size);
+  std::string value(HashSize(name), '\0');
+  Check(EVP_Digest(Data(bytes), bytes.size(), Data(value), nullptr, Hash(name), nullptr) == 1);
   return value;
 }
 
 std::string SpunDigest(const std::string& name, const std::string& first, uint32_t spins) {
   std::string value = Digest(name, first);
-  for (uint32_t round = 0; round < spins; ++round) {
-    value.insert(0, Number(round, 4));
-    value = Digest(name, value);
-  }
+  for (uint32_t round = 0; round < spins; ++round) value = Digest(name, Number(round, 4) + value);
   return value;
 }
 
-// `iv` is empty for ECB mode.
-std::string Encrypt(const std::string& key, const std::string& iv, const std::string& plaintext) {
+// Fills the last block up. `iv` is empty for ECB mode.
+std::string Encrypt(const std::string& key, const std::string& iv, std::string plaintext) {
   const std::string name = "AES-" + std::to_string(key.size() * 8) + (iv.empty() ? "-ECB" : "-CBC");
   const std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)> context(
       EVP_CIPHER_CTX_new(), EVP_CIPHER_CTX_free);
+  plaintext.resize((plaintext.size() + kBlock - 1) / kBlock * kBlock);
   std::string out(plaintext.size() + kBlock, '\0');
   int size = 0;
   Check(EVP_EncryptInit_ex(context.get(), EVP_get_cipherbyname(name.c_str()), nullptr, Data(key),
-                           iv.empty() ? nullptr : Data(iv)) == 1);
-  Check(EVP_CIPHER_CTX_set_padding(context.get(), 0) == 1);
-  Check(EVP_EncryptUpdate(context.get(), reinterpret_cast<unsigned char*>(out.data()), &size,
-                          Data(plaintext), static_cast<int>(plaintext.size())) == 1);
-  out.resize(plaintext.size());
-  return out;
+                           iv.empty() ? nullptr : Data(iv)) == 1 &&
+        EVP_CIPHER_CTX_set_padding(context.get(), 0) == 1 &&
+        EVP_EncryptUpdate(context.get(), Data(out), &size, Data(plaintext),
+                          static_cast<int>(plaintext.size())) == 1);
+  return Sized(out, static_cast<size_t>(size), 0);
 }
 
 std::string Base64(const std::string& bytes) {
   std::string text(4 * ((bytes.size() + 2) / 3) + 1, '\0');
-  const int size = EVP_EncodeBlock(reinterpret_cast<unsigned char*>(text.data()), Data(bytes),
-                                   static_cast<int>(bytes.size()));
-  text.resize(static_cast<size_t>(size));
-  return text;
+  const int size = EVP_EncodeBlock(Data(text), Data(bytes), static_cast<int>(bytes.size()));
+  return Sized(text, static_cast<size_t>(size), 0);
 }
 
 std::string Attribute(const char* name, const std::string& value) {
@@ -99,7 +93,7 @@ std::string Attribute(const char* name, const std::string& value) {
 std::string CipherAttributes(const std::string& hash, size_t keyBits, const std::string& salt) {
   return Attribute("saltSize", std::to_string(salt.size())) + Attribute("blockSize", "16") +
          Attribute("keyBits", std::to_string(keyBits)) +
-         Attribute("hashSize", std::to_string(Digest(hash, "").size())) +
+         Attribute("hashSize", std::to_string(HashSize(hash))) +
          Attribute("cipherAlgorithm", "AES") + Attribute("cipherChaining", "ChainingModeCBC") +
          Attribute("hashAlgorithm", hash) + Attribute("saltValue", Base64(salt));
 }
@@ -107,13 +101,13 @@ std::string CipherAttributes(const std::string& hash, size_t keyBits, const std:
 std::string StandardKey(const StandardSettings& settings, const std::string& salt) {
   const std::string spun = SpunDigest("SHA1", salt + Utf16(settings.password), settings.spins);
   const std::string last = Digest("SHA1", spun + Number(0, 4));
-  std::string inner(64, '\x36');
-  std::string outer(64, '\x5C');
-  for (size_t i = 0; i < last.size(); ++i) {
-    inner[i] = static_cast<char>(inner[i] ^ last[i]);
-    outer[i] = static_cast<char>(outer[i] ^ last[i]);
+  std::string key;
+  for (const char fill : {'\x36', '\x5C'}) {
+    std::string block(64, fill);
+    for (size_t i = 0; i < last.size(); ++i) block[i] = static_cast<char>(fill ^ last[i]);
+    key += Digest("SHA1", block);
   }
-  return (Digest("SHA1", inner) + Digest("SHA1", outer)).substr(0, settings.keyBits / 8);
+  return key.substr(0, settings.keyBits / 8);
 }
 
 struct AgileSecrets {
@@ -124,40 +118,35 @@ struct AgileSecrets {
 
 std::string EncryptedKeyElement(const AgileSettings& settings, const AgileSecrets& secrets) {
   const std::string& hash = settings.passwordHash;
-  const std::string spun =
-      SpunDigest(hash, secrets.passwordSalt + Utf16(settings.password), settings.spins);
-  const auto encrypt = [&](const std::string& blockKey, const std::string& value) {
+  const std::string& salt = secrets.passwordSalt;
+  const std::string spun = SpunDigest(hash, salt + Utf16(settings.password), settings.spins);
+  const auto encrypted = [&](const char* name, const char* blockKey, const std::string& value) {
     const std::string key =
-        Cut(Digest(hash, spun + blockKey), settings.passwordKeyBits / 8, '\x36');
-    return Base64(Encrypt(key, Cut(secrets.passwordSalt, kBlock, '\x36'), Padded(value)));
+        Sized(Digest(hash, spun + blockKey), settings.passwordKeyBits / 8, '\x36');
+    return Attribute(name, Base64(Encrypt(key, Sized(salt, kBlock, '\x36'), value)));
   };
   const std::string verifier = Fixed(settings.passwordSaltSize, 'v');
   return "<p:encryptedKey" + Attribute("spinCount", std::to_string(settings.spins)) +
-         CipherAttributes(hash, settings.passwordKeyBits, secrets.passwordSalt) +
-         Attribute("encryptedVerifierHashInput",
-                   encrypt("\xFE\xA7\xD2\x76\x3B\x4B\x9E\x79", verifier)) +
-         Attribute("encryptedVerifierHashValue",
-                   encrypt("\xD7\xAA\x0F\x6D\x30\x61\x34\x4E", Digest(hash, verifier))) +
-         Attribute("encryptedKeyValue",
-                   encrypt("\x14\x6E\x0B\xE7\xAB\xAC\xD0\xD6", secrets.packageKey)) +
+         CipherAttributes(hash, settings.passwordKeyBits, salt) +
+         encrypted("encryptedVerifierHashInput", "\xFE\xA7\xD2\x76\x3B\x4B\x9E\x79", verifier) +
+         encrypted("encryptedVerifierHashValue", "\xD7\xAA\x0F\x6D\x30\x61\x34\x4E",
+                   Digest(hash, verifier)) +
+         encrypted("encryptedKeyValue", "\x14\x6E\x0B\xE7\xAB\xAC\xD0\xD6", secrets.packageKey) +
          "/>";
 }
 
 std::string IntegrityElement(const AgileSettings& settings, const AgileSecrets& secrets,
                              const std::string& package) {
-  const size_t hashSize = Digest(settings.hash, "").size();
-  const std::string key = Fixed(hashSize, 'h');
-  std::string value(hashSize, '\0');
-  Check(HMAC(EVP_get_digestbyname(settings.hash.c_str()), key.data(), static_cast<int>(key.size()),
-             Data(package), package.size(), reinterpret_cast<unsigned char*>(value.data()),
-             nullptr) != nullptr);
-  const auto encrypt = [&](const std::string& blockKey, const std::string& secret) {
+  const std::string key = Fixed(HashSize(settings.hash), 'h');
+  std::string value(key.size(), '\0');
+  Check(HMAC(Hash(settings.hash), key.data(), static_cast<int>(key.size()), Data(package),
+             package.size(), Data(value), nullptr) != nullptr);
+  const auto encrypted = [&](const char* name, const char* blockKey, const std::string& secret) {
     const std::string iv = Digest(settings.hash, secrets.packageSalt + blockKey).substr(0, kBlock);
-    return Base64(Encrypt(secrets.packageKey, iv, Padded(secret)));
+    return Attribute(name, Base64(Encrypt(secrets.packageKey, iv, secret)));
   };
-  return "<dataIntegrity" +
-         Attribute("encryptedHmacKey", encrypt("\x5F\xB2\xAD\x01\x0C\xB9\xE1\xF6", key)) +
-         Attribute("encryptedHmacValue", encrypt("\xA0\x67\x7F\x02\xB2\x2C\x84\x33", value)) + "/>";
+  return "<dataIntegrity" + encrypted("encryptedHmacKey", "\x5F\xB2\xAD\x01\x0C\xB9\xE1\xF6", key) +
+         encrypted("encryptedHmacValue", "\xA0\x67\x7F\x02\xB2\x2C\x84\x33", value) + "/>";
 }
 
 }  // namespace
@@ -173,8 +162,8 @@ EncryptedPackage WriteStandard(std::string_view plaintext, const StandardSetting
   EncryptedPackage result;
   result.info = Number(4, 2) + Number(2, 2) + Number(0x24, 4) + Number(header.size(), 4) + header +
                 Number(16, 4) + salt + Encrypt(key, "", verifier) + Number(20, 4) +
-                Encrypt(key, "", Padded(Digest("SHA1", verifier)));
-  result.package = Number(plaintext.size(), 8) + Encrypt(key, "", Padded(std::string(plaintext)));
+                Encrypt(key, "", Digest("SHA1", verifier));
+  result.package = Number(plaintext.size(), 8) + Encrypt(key, "", std::string(plaintext));
   return result;
 }
 
@@ -187,7 +176,7 @@ EncryptedPackage WriteAgile(std::string_view plaintext, const AgileSettings& set
     const std::string iv =
         Digest(settings.hash, secrets.packageSalt + Number(offset / kSegment, 4)).substr(0, kBlock);
     const std::string segment(plaintext.substr(offset, kSegment));
-    result.package += Encrypt(secrets.packageKey, iv, Padded(segment));
+    result.package += Encrypt(secrets.packageKey, iv, segment);
   }
   result.info =
       Number(4, 2) + Number(4, 2) + Number(0x40, 4) +

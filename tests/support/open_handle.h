@@ -2,6 +2,7 @@
 #ifndef FI_TESTS_SUPPORT_OPEN_HANDLE_H_
 #define FI_TESTS_SUPPORT_OPEN_HANDLE_H_
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -34,6 +35,12 @@ inline io::OwnedHandle OpenStream(IOHandle* parent, const char* name) {
 
 inline io::OwnedHandle OpenFolder(IOHandle* parent, const char* name) {
   return OpenChild(parent, kIoSourceSubStorage, name);
+}
+
+// The file name that the handle tells.
+inline std::string NameOf(IOHandle* handle) {
+  std::array<char, kIoNameCapacity> name;
+  return io::GetInfo(handle, kIoInfoFileName, name.data()) ? name.data() : "no name";
 }
 
 // Bytes without order, the same ones for the same seed.

@@ -50,7 +50,7 @@ class Opening {
  public:
   explicit Opening(const EncryptedPackage& streams)
       : document({{"EncryptionInfo", streams.info}, {"EncryptedPackage", streams.package}}) {}
-  explicit Opening(std::map<std::string, std::string> streams) : document(std::move(streams)) {}
+  explicit Opening(const std::map<std::string, std::string>& streams) : document(streams) {}
 
   uint32_t Open(std::vector<std::string> answers, const crypto::DecryptionLimits& limits = {}) {
     asked = Host{std::move(answers), {}, &document, true};
@@ -84,13 +84,6 @@ inline std::string Package(size_t size) {
   for (size_t i = 2; i < size; ++i) bytes += static_cast<char>(i * i >> 3);
   bytes.resize(size);
   return bytes;
-}
-
-// `text` with the first `from` replaced, which is there.
-inline std::string Replace(std::string text, const std::string& from, const std::string& to) {
-  const size_t at = text.find(from);
-  EXPECT_NE(at, std::string::npos) << from;
-  return at == std::string::npos ? text : text.replace(at, from.size(), to);
 }
 
 }  // namespace fi::testing

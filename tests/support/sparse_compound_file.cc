@@ -2,73 +2,81 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
+#include <vector>
+
+#include "tests/support/compound_file_writer.h"
 
 namespace fi::testing {
 namespace {
 
-void Append(std::string& bytes, uint32_t word) {
-  for (int i = 0; i < 4; ++i) bytes += static_cast<char>(word >> (8 * i));
+std::string Entry(const SparseLayout& layout, uint32_t id) {
+  if (id > layout.streams) return EntryBytes({});
+  if (id == 0) {
+    return EntryBytes({.name = u"Root Entry", .kind = 5, .child = TreeRoot(1, layout.streams + 1)});
+  }
+  EntryRecord entry{.name = layout.name(id), .kind = 2, .start = layout.BodyStart()};
+  entry.size = uint64_t{layout.DirectoryStart() - entry.start} * ComputedFile::kBlock;
+  SetSiblings(id, 1, layout.streams + 1, &entry);
+  return EntryBytes(entry);
+}
+
+// What stands at `index` of the list of FAT sectors, and of the FAT.
+uint32_t Listed(const SparseLayout& layout, uint32_t index) {
+  return index < layout.FatSectors() ? index : kFreeSector;
+}
+uint32_t Link(const SparseLayout& layout, uint32_t sector) {
+  if (sector < layout.BodyStart() || sector >= layout.sectors) return kFreeSector;
+  const uint32_t next = sector + 1;
+  return next == layout.DirectoryStart() || next == layout.sectors ? kEndOfChain : next;
 }
 
 }  // namespace
 
-SparseCompoundFile::SparseCompoundFile(uint32_t sectors, Extent directory,
-                                       std::vector<Extent> streams,
-                                       std::function<EntryRecord(uint32_t)> entry)
-    : PositionedHandle("sparse.doc"),
-      sectors_(sectors),
-      directory_(directory),
-      extents_(std::move(streams)),
-      entry_(std::move(entry)) {
-  extents_.push_back(directory);
+std::function<std::string(uint32_t)> SparseBlocks(const SparseLayout& layout) {
+  return [layout](uint32_t block) {
+    const uint32_t fat = layout.FatSectors();
+    std::vector<uint32_t> words;
+    if (block == 0) {
+      for (uint32_t i = 0; i < 109; ++i) words.push_back(i);
+      return CompoundHeader(9, layout.DirectoryStart(), kEndOfChain, fat, words);
+    }
+    const uint32_t sector = block - 1;
+    if (sector >= layout.DirectoryStart()) {
+      std::string entries;
+      const uint32_t first = (sector - layout.DirectoryStart()) * 4;
+      for (uint32_t id = first; id < first + 4; ++id) entries += Entry(layout, id);
+      return entries;
+    }
+    if (sector >= layout.BodyStart()) {
+      return std::string(ComputedFile::kBlock, static_cast<char>(SparseFill(sector)));
+    }
+    for (uint32_t i = 0; i < 128; ++i) {
+      if (sector < fat) {
+        words.push_back(Link(layout, sector * 128 + i));
+      } else {
+        words.push_back(Listed(layout, 109 + (sector - fat) * 127 + i));
+      }
+    }
+    if (sector >= fat) {
+      words.back() = sector + 1 < layout.BodyStart() ? sector + 1 : kEndOfChain;
+    }
+    return Words(words);
+  };
 }
 
-uint32_t SparseCompoundFile::Link(uint32_t sector) const {
-  for (const Extent& extent : extents_) {
-    if (sector < extent.first || sector - extent.first >= extent.count) continue;
-    return sector - extent.first + 1 == extent.count ? kEndOfChain : sector + 1;
-  }
-  return kFreeSector;
-}
+ComputedFile::ComputedFile(const std::string& bytes)
+    : ComputedFile(static_cast<uint32_t>(bytes.size() / kBlock), [bytes](uint32_t block) {
+        return bytes.substr(size_t{block} * kBlock, kBlock);
+      }) {}
 
-// The 512 bytes of the header, for index 0, or of sector index - 1.
-std::string SparseCompoundFile::Block(uint64_t index) const {
-  const uint32_t fat = FatSectors(sectors_);
-  const uint32_t difat = DifatSectors(sectors_);
-  std::string bytes;
-  if (index == 0) {
-    bytes = CompoundHeader(9, directory_.first, kEndOfChain, fat);
-    bytes.resize(76);
-    for (uint32_t i = 0; i < kListed; ++i) Append(bytes, i);
-    return bytes;
-  }
-  const auto sector = static_cast<uint32_t>(index - 1);
-  if (sector < fat) {
-    for (uint32_t i = 0; i < kWords; ++i) Append(bytes, Link(sector * kWords + i));
-  } else if (sector < fat + difat) {
-    const uint32_t first = kListed + (sector - fat) * (kWords - 1);
-    for (uint32_t i = first; i < first + kWords - 1; ++i) Append(bytes, i < fat ? i : kFreeSector);
-    Append(bytes, sector + 1 < fat + difat ? sector + 1 : kEndOfChain);
-  } else if (sector >= directory_.first && sector - directory_.first < directory_.count) {
-    const uint32_t id = (sector - directory_.first) * 4;
-    for (uint32_t i = id; i < id + 4; ++i) bytes += EntryBytes(entry_(i));
-  } else {
-    bytes.assign(kSectorSize, static_cast<char>(Fill(sector)));
-  }
-  return bytes;
-}
-
-int32_t SparseCompoundFile::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size,
-                                   uint32_t* count) {
+int32_t ComputedFile::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   ++reads;
-  const auto left = static_cast<uint64_t>(std::max<int64_t>(0, Size() - offset));
-  size = static_cast<uint32_t>(std::min<uint64_t>(size, left));
+  size = static_cast<uint32_t>(std::min<int64_t>(size, std::max<int64_t>(0, Size() - offset)));
   while (*count < size) {
-    const uint64_t at = static_cast<uint64_t>(offset) + *count;
-    const std::string block = Block(at / kSectorSize);
-    const auto within = static_cast<uint32_t>(at % kSectorSize);
-    const uint32_t piece = std::min(size - *count, kSectorSize - within);
+    const auto at = static_cast<uint64_t>(offset) + *count;
+    const std::string block = block_(static_cast<uint32_t>(at / kBlock));
+    const auto within = static_cast<uint32_t>(at % kBlock);
+    const uint32_t piece = std::min(size - *count, kBlock - within);
     std::memcpy(buffer + *count, block.data() + within, piece);
     *count += piece;
   }

@@ -1,65 +1,53 @@
-// A handle on a large compound file whose bytes are computed as they are read, with counters. The
-// FAT is at the front, its DIFAT behind it; then come the extents, each a chain of neighbouring
-// sectors.
+// Handles on files whose bytes are computed as they are read, with counters of what is read.
 #ifndef FI_TESTS_SUPPORT_SPARSE_COMPOUND_FILE_H_
 #define FI_TESTS_SUPPORT_SPARSE_COMPOUND_FILE_H_
 
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
-#include "tests/support/compound_file_writer.h"
 #include "toolkit/io/positioned_handle.h"
 
 namespace fi::testing {
 
-class SparseCompoundFile : public io::PositionedHandle {
+class ComputedFile : public io::PositionedHandle {
  public:
-  static constexpr uint32_t kSectorSize = 512;
+  static constexpr uint32_t kBlock = 512;
 
-  struct Extent {
-    uint32_t first;
-    uint32_t count;
-  };
-
-  // `entry` gives the bytes of a directory entry by its number.
-  SparseCompoundFile(uint32_t sectors, Extent directory, std::vector<Extent> streams,
-                     std::function<EntryRecord(uint32_t)> entry);
-  ~SparseCompoundFile() override = default;
-
-  // The first sector behind the tables of a file of so many sectors.
-  static uint32_t FirstFree(uint32_t sectors) {
-    return FatSectors(sectors) + DifatSectors(sectors);
-  }
-
-  // What the byte of a stream's sector is.
-  static uint8_t Fill(uint32_t sector) { return static_cast<uint8_t>(sector * 7 + 1); }
+  // A file of so many blocks; `block` gives the bytes of one by its number.
+  ComputedFile(uint32_t blocks, std::function<std::string(uint32_t)> block)
+      : PositionedHandle("computed.doc"), blocks_(blocks), block_(std::move(block)) {}
+  // Its bytes are those in memory, whose number is a multiple of kBlock.
+  explicit ComputedFile(const std::string& bytes);
+  ~ComputedFile() override = default;
 
   uint64_t reads = 0;
   uint64_t bytesRead = 0;
 
  protected:
-  int64_t Size() override { return (int64_t{sectors_} + 1) * kSectorSize; }
+  int64_t Size() override { return int64_t{blocks_} * kBlock; }
   int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override;
 
  private:
-  static constexpr uint32_t kWords = kSectorSize / 4;
-  static constexpr uint32_t kListed = 109;
-
-  static uint32_t FatSectors(uint32_t sectors) { return (sectors + kWords - 1) / kWords; }
-  static uint32_t DifatSectors(uint32_t sectors) {
-    return (FatSectors(sectors) - kListed + kWords - 2) / (kWords - 1);
-  }
-
-  uint32_t Link(uint32_t sector) const;
-  std::string Block(uint64_t index) const;
-
-  uint32_t sectors_;
-  Extent directory_;
-  std::vector<Extent> extents_;
-  std::function<EntryRecord(uint32_t)> entry_;
+  const uint32_t blocks_;
+  const std::function<std::string(uint32_t)> block_;
 };
+
+// A large compound file, of version 3. At its front is the FAT, behind it the DIFAT, then one body
+// that all streams share, in which each sector is filled with SparseFill, and the directory at the
+// end: the root and `streams` streams under `name`, in the format's order.
+struct SparseLayout {
+  uint32_t sectors;
+  uint32_t streams;
+  std::function<std::u16string(uint32_t)> name;  // by the entry's number, from 1
+
+  uint32_t FatSectors() const { return (sectors + 127) / 128; }
+  uint32_t BodyStart() const { return FatSectors() + (FatSectors() - 109 + 126) / 127; }
+  uint32_t DirectoryStart() const { return sectors - streams / 4 - 1; }
+};
+std::function<std::string(uint32_t)> SparseBlocks(const SparseLayout& layout);
+
+inline uint8_t SparseFill(uint32_t sector) { return static_cast<uint8_t>(sector * 7 + 1); }
 
 }  // namespace fi::testing
 

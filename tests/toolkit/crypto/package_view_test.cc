@@ -1,13 +1,12 @@
 // The view of a decrypted package, where its bytes are kept, and what is left of them.
-#include <dirent.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
-#include <climits>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
@@ -15,11 +14,14 @@
 
 #include "platform/io.h"
 #include "tests/support/encrypted_package_writer.h"
+#include "tests/support/open_handle.h"
 #include "tests/support/package_opening.h"
 #include "toolkit/crypto/secret_bytes.h"
 
 namespace fi::crypto {
 namespace {
+
+namespace fs = std::filesystem;
 
 using testing::EncryptedPackage;
 using testing::Opening;
@@ -35,9 +37,7 @@ TEST(Decryption, ViewHasTheNameOfTheDocument) {
       opening.document.self.hasName = hasName;
       opening.document.self.wideName = wide;
       ASSERT_EQ(opening.Open({"secret"}), kFiOk);
-      std::array<char, kIoNameCapacity> name{};
-      ASSERT_TRUE(io::GetInfo(opening.view.get(), kIoInfoFileName, name.data()));
-      EXPECT_STREQ(name.data(), hasName ? "report.xlsx" : "");
+      EXPECT_EQ(testing::NameOf(opening.view.get()), hasName ? "report.xlsx" : "");
     }
   }
 }
@@ -56,26 +56,6 @@ TEST(Decryption, ViewsNestFourDeep) {
   }
 }
 
-// The files of this process that have no name and lie in `folder`.
-std::vector<int> NamelessFiles(const std::string& folder) {
-  std::vector<int> found;
-  for (int descriptor = 3; descriptor < 256; ++descriptor) {
-    std::array<char, 4096> target{};
-    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
-    if (::readlink(link.c_str(), target.data(), target.size() - 1) < 0) continue;
-    if (std::string(target.data()).starts_with(folder + "/")) found.push_back(descriptor);
-  }
-  return found;
-}
-
-size_t CountEntries(const std::string& folder) {
-  size_t count = 0;
-  DIR* directory = ::opendir(folder.c_str());
-  while (::readdir(directory) != nullptr) ++count;
-  ::closedir(directory);
-  return count - 2;
-}
-
 class TemporaryFile : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -83,22 +63,28 @@ class TemporaryFile : public ::testing::Test {
     if (before != nullptr) before_ = before;
     std::string pattern = ::testing::TempDir() + "/decryptionXXXXXX";
     ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    std::array<char, PATH_MAX> path{};
-    ASSERT_NE(::realpath(pattern.c_str(), path.data()), nullptr);
-    folder_ = path.data();
+    folder_ = fs::canonical(pattern);
     ::setenv("TMPDIR", folder_.c_str(), 1);
   }
 
   void TearDown() override {
-    ::rmdir(folder_.c_str());
-    if (before_.has_value()) {
-      ::setenv("TMPDIR", before_->c_str(), 1);
-    } else {
-      ::unsetenv("TMPDIR");
-    }
+    fs::remove_all(folder_);
+    before_.has_value() ? ::setenv("TMPDIR", before_->c_str(), 1) : ::unsetenv("TMPDIR");
   }
 
-  std::string folder_;
+  // The files of this process that have no name and lie in the folder.
+  std::vector<int> NamelessFiles() const {
+    std::vector<int> found;
+    for (int descriptor = 3; descriptor < 256; ++descriptor) {
+      std::error_code error;
+      const fs::path link = "/proc/self/fd/" + std::to_string(descriptor);
+      const fs::path target = fs::read_symlink(link, error);
+      if (target.parent_path() == folder_) found.push_back(descriptor);
+    }
+    return found;
+  }
+
+  fs::path folder_;
   std::optional<std::string> before_;
 };
 
@@ -106,13 +92,13 @@ TEST_F(TemporaryFile, HoldsLargePackagesAndIsOverwritten) {
   const EncryptedPackage package = WriteAgile(Package(100000), {});
   Opening small(package);
   EXPECT_EQ(small.Open({"secret"}, {.mostMemory = 100000}), kFiOk);
-  EXPECT_TRUE(NamelessFiles(folder_).empty());
+  EXPECT_TRUE(NamelessFiles().empty());
 
   Opening large(package);
   ASSERT_EQ(large.Open({"secret"}, {.mostMemory = 99999}), kFiOk);
   EXPECT_EQ(large.Content(), Package(100000));
-  EXPECT_EQ(CountEntries(folder_), 0u);
-  const std::vector<int> files = NamelessFiles(folder_);
+  EXPECT_TRUE(fs::is_empty(folder_));
+  const std::vector<int> files = NamelessFiles();
   ASSERT_EQ(files.size(), 1u);
   struct stat status;
   ASSERT_EQ(::fstat(files[0], &status), 0);
@@ -125,19 +111,19 @@ TEST_F(TemporaryFile, HoldsLargePackagesAndIsOverwritten) {
   EXPECT_EQ(::pread(kept, after.data(), after.size(), 0), 100000);
   EXPECT_EQ(after.substr(0, 100000), std::string(100000, '\0'));
   ::close(kept);
-  EXPECT_TRUE(NamelessFiles(folder_).empty());
+  EXPECT_TRUE(NamelessFiles().empty());
 }
 
 TEST_F(TemporaryFile, IsGoneAfterAFailure) {
   EncryptedPackage package = WriteAgile(Package(100000), {});
   package.package.back() = static_cast<char>(package.package.back() ^ 1);
   EXPECT_EQ(Opening(package).Open({"secret"}, {.mostMemory = 1000}), kFiDecryptionFailed);
-  EXPECT_TRUE(NamelessFiles(folder_).empty());
-  EXPECT_EQ(CountEntries(folder_), 0u);
+  EXPECT_TRUE(NamelessFiles().empty());
+  EXPECT_TRUE(fs::is_empty(folder_));
 }
 
 TEST_F(TemporaryFile, HasToBePossible) {
-  ::setenv("TMPDIR", (folder_ + "/missing").c_str(), 1);
+  ::setenv("TMPDIR", (folder_ / "missing").c_str(), 1);
   const EncryptedPackage package = WriteAgile(Package(5000), {});
   EXPECT_EQ(Opening(package).Open({"secret"}, {.mostMemory = 4999}), kFiDecryptionFailed);
   EXPECT_EQ(Opening(package).Open({"secret"}, {.mostMemory = 5000}), kFiOk);
@@ -154,10 +140,9 @@ TEST(Decryption, ViewReadsAtAnyPosition) {
     IOHandle* view = opening.view.get();
     ASSERT_TRUE(io::Has64Bit(view));
     for (const size_t offset : {0u, 262143u, 262144u, 524287u, 599999u, 600000u, 700000u}) {
-      std::string bytes(300000, '\0');
-      ASSERT_TRUE(io::Seek(view, kIoFromStart, static_cast<uint32_t>(offset)));
-      bytes.resize(io::Read(view, bytes.data(), 300000));
-      EXPECT_EQ(bytes, offset < content.size() ? content.substr(offset, 300000) : "") << offset;
+      EXPECT_EQ(testing::ReadFrom(view, static_cast<int64_t>(offset), 300000),
+                offset < content.size() ? content.substr(offset) : "")
+          << offset;
     }
     int64_t end = 0;
     ASSERT_TRUE(io::Seek64(view, kIoFromEnd, 0) && io::Tell64(view, &end));
