@@ -4,83 +4,52 @@
 #ifndef FI_TESTS_SUPPORT_STORAGE_HANDLE_H_
 #define FI_TESTS_SUPPORT_STORAGE_HANDLE_H_
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "formatid/io.h"
+#include "tests/support/memory_handle.h"
 
 namespace fi::testing {
 
 struct StorageNode {
   std::string name;
-  uint32_t type;  // kIoSourceStorageStream or kIoSourceSubStorage
+  bool isStorage = false;
   std::string bytes;
   std::vector<StorageNode> children;
-  std::array<uint8_t, 16> classId{};
 };
 
-inline StorageNode Stream(std::string name, std::string bytes = "") {
-  return {std::move(name), kIoSourceStorageStream, std::move(bytes), {}};
-}
-
-inline StorageNode Storage(std::string name, std::vector<StorageNode> children = {}) {
-  return {std::move(name), kIoSourceSubStorage, "", std::move(children)};
-}
-
-// Shared by the handles of a tree.
-struct StorageState {
-  // Behaviour.
-  uint32_t mostPerRead = UINT32_MAX;  // short reads
-  uint64_t failingOpen = 0;           // number of the open call from 1 that fails, 0: none
-  uint64_t failingRead = 0;
-
-  // Counters.
-  uint64_t openCalls = 0;
-  uint64_t opens = 0;  // those that succeeded
-  uint64_t closes = 0;
-  uint64_t reads = 0;
-  uint64_t bytesRead = 0;
-  uint64_t closedEarly = 0;           // closed while a child was still open
-  std::vector<std::string> opened;    // names, in order
-  std::vector<uint32_t> openedFlags;  // of the same
-};
-
-// A handle on a node of the tree. Children are of this kind, too; the root belongs to the test.
-class StorageHandle : public IOHandle {
+// The root of a tree. What is set here (short reads, no 64-bit positions, the number of a read that
+// fails) and what is counted (reads, bytes, closes) is that of all children that are opened.
+class StorageHandle : public MemoryHandle {
  public:
-  explicit StorageHandle(std::vector<StorageNode> children = {}, std::string fileName = "");
-  StorageHandle(const StorageHandle&) = delete;
-  StorageHandle& operator=(const StorageHandle&) = delete;
+  explicit StorageHandle(std::vector<StorageNode> children);
 
-  StorageState state;
-  bool isStorage = true;  // of the root: whether it says so; children open in any case
+  bool isStorage = true;     // of the root: whether it says so; children open in any case
+  uint32_t viewDepth = 0;    // of the root, 0: not answered
+  uint64_t failingOpen = 0;  // number of the open call from 1 that fails, 0: none
+
+  uint64_t openCalls = 0;
+  uint64_t closedEarly = 0;           // closed while a child was still open
+  std::vector<uint32_t> openedFlags;  // of the calls that succeeded
 
  private:
   StorageHandle(StorageNode node, StorageHandle* parent);
 
-  static const IOHandleOperations kOperations;
-
   static StorageHandle* Self(IOHandle* handle) { return static_cast<StorageHandle*>(handle); }
   static int32_t Close(IOHandle* handle);
   static int32_t Read(IOHandle* handle, void* buffer, uint32_t size, uint32_t* count);
-  static int32_t Seek(IOHandle* handle, uint32_t origin, int32_t offset);
-  static int32_t Tell(IOHandle* handle, uint32_t* position);
   static int32_t GetInfo(IOHandle* handle, uint32_t code, void* out);
   static int32_t Open(IOHandle* handle, IOHandle** target, uint32_t sourceType, const void* source,
                       uint32_t flags);
-  static int32_t Seek64(IOHandle* handle, uint32_t origin, int64_t offset);
-  static int32_t Tell64(IOHandle* handle, int64_t* position);
 
-  int32_t MoveTo(uint32_t origin, int64_t offset);
-
+  const IOHandleOperations* base_;
+  IOHandleOperations table_;
   StorageNode node_;
-  std::string fileName_;
-  StorageState* shared_;
+  StorageHandle* root_ = this;
   StorageHandle* parent_ = nullptr;
   uint64_t openChildren_ = 0;
-  int64_t position_ = 0;
 };
 
 }  // namespace fi::testing
