@@ -117,14 +117,15 @@ FI_API uint16_t FIIdFileEx(uint32_t sourceType, const void* source, uint32_t fla
  * Returns 0 for a completed identification, with `*idOut` kFormatUnknown when nothing was
  * recognised; FI_NO_STREAM when no stream could be made over the handle; kFiUnknownClass in
  * class-only mode; for encrypted packages the status of the decryption beside the identifier of the
- * encrypted format.
+ * encrypted format. For 1819 and 1834 a missing password (11) counts as success, unless the
+ * classifier decided after the signatures.
  */
 FI_API uint32_t FIIdHandle(IOHandle* handle, uint32_t flags, FormatId* idOut) FI_NOEXCEPT;
 
 /*
- * Second look at one identifier: for 4050 (encoded text), which encoding it is. Reads from where
- * the handle stands and does not rewind it. Returns 0 for any other identifier and when nothing is
- * found.
+ * Second look at one identifier: for 4050 (encoded text), which encoding it is. Reads from the
+ * start of the file and leaves the handle where the reading ended. Returns 0 for any other
+ * identifier and when nothing is found.
  */
 FI_API FormatId FIIdSpecial(IOHandle* handle, FormatId id) FI_NOEXCEPT;
 

@@ -150,7 +150,7 @@ uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvi
   const WalkResult match = WalkSignatures(run);
   *idOut = match.id;
   if (match.id == kNoMatch) return IdentifyUnmatched(run, behaviour, idOut, evidence);
-  *evidence = {BasisOfRow(match.row), match.row};
+  if (match.id != kFormatUnknown) *evidence = {BasisOfRow(match.row), match.row};
   return FinishMatch(run, isProtected, behaviour, idOut);
 }
 

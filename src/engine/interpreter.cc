@@ -103,7 +103,8 @@ bool MoveTo(IdentificationStream* stream, uint32_t target) {
   if (IdStreamReposition(stream, target)) return true;
   stream->remaining = 0;
   stream->filled = 0;
-  // Deliberate: from 2 GB on the position is negative, the next refill fails, and nothing matches.
+  // Deliberate: from 2 GB on the position is negative. On a handle of 64-bit positions the next
+  // refill then fails, and nothing matches.
   stream->bufferPos = static_cast<int32_t>(target);
   return io::Seek(stream->handle, kIoFromStart, target);
 }

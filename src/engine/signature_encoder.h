@@ -1,17 +1,27 @@
 // Encodes rows of signature notation into programs, at compile time. A mistake in a row is a
 // compile error that names its kind.
 //
-//   'text'  E4        literal bytes: ASCII, or two hexadecimal digits
-//   FF*32             a literal byte, repeated
-//   raw(FF 0C 00)     bytes that are stored as they are, an instruction included
-//   ci(RTF) ic(RTF)   letters in either case; ic stores the lower case first
-//   rw  at(65)        go to the start, to an offset      atend(-18)  to an offset from the end
-//   skip(4)           pass over bytes                    nop00       an instruction that does
-//   nothing not(00)  oneof(31,32)  range2(00-1F)                 tests of one byte, or of N bytes
-//   each wnotin1(0-200)    N little-endian words, none of them in the (decimal) range ext('AI') the
-//   extension begins so            class(16 bytes)  class identifier name(urn:x)       the document
-//   root's name           name(M1:/path)   the same behind a maker prefix
-//   -> 1557           the format                         -> probe 1730    the probe that decides
+// clang-format off
+//   'text'  E4       literal bytes: ASCII, or two hexadecimal digits
+//   FF*32            a literal byte, repeated
+//   raw(FF 0C 00)    bytes that are stored as they are, an instruction included
+//   ci(RTF) ic(RTF)  letters in either case; ic stores the lower case first
+//   rw               go to the start
+//   at(65)           go to an offset
+//   atend(-18)       go to an offset from the end
+//   skip(4)          pass over bytes
+//   nop00            an instruction that does nothing
+//   not(00)          any other byte
+//   oneof(31,32)     one of two bytes
+//   range2(00-1F)    so many bytes, each in the range
+//   wnotin1(0-200)   so many little-endian words, none of them in the (decimal) range
+//   ext('AI')        the extension begins so
+//   class(16 bytes)  class identifier
+//   name(urn:x)      the document root's name
+//   name(M1:/path)   the same behind a maker prefix
+//   -> 1557          the format
+//   -> probe 1730    the probe that decides
+// clang-format on
 #ifndef FI_ENGINE_SIGNATURE_ENCODER_H_
 #define FI_ENGINE_SIGNATURE_ENCODER_H_
 
@@ -59,10 +69,13 @@ class RowEncoder {
   }
 
  private:
-  constexpr void Put(uint32_t byte) { table_.Put(byte); }
+  constexpr void Put(uint32_t byte) {
+    if (byte > 0xFF) SignatureNotationIsWrong();
+    table_.Put(byte);
+  }
   constexpr void PutWord(uint32_t word) {
     Put(word & 0xFF);
-    Put(word >> 8 & 0xFF);
+    Put(word >> 8);
   }
   constexpr void PutDword(uint32_t value) {
     PutWord(value & 0xFFFF);

@@ -29,8 +29,8 @@ template <size_t kRows>
 struct SignatureIndex {
   // Rows 0 up to this one test the class identifier of a storage first.
   size_t classRows = 0;
-  // By first byte, the rows from classRows on that can match; the last set is that of a file
-  // without one.
+  // By first byte, the rows from classRows on that can match. The last set is for a first byte that
+  // cannot be read and holds them all: the file may be empty, or the handle recover.
   std::array<RowSet<kRows>, 257> candidates{};
   // Rows that rewind and test the first byte.
   RowSet<kRows> gated{};
@@ -91,9 +91,8 @@ consteval SignatureIndex<kRows> IndexTable(const Table& table) {
     if (test.Exists()) {
       index.gated.Add(row);
       behindGated = static_cast<uint16_t>(row + 1);
-    } else {
-      index.candidates[256].Add(row);
     }
+    index.candidates[256].Add(row);
   }
   return index;
 }

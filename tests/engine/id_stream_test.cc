@@ -23,12 +23,6 @@ std::string Counting(size_t size) {
   return bytes;
 }
 
-TEST(IdStream, EmptyFileGivesEndOfDataAgainAndAgain) {
-  MemoryHandle handle("");
-  const ScopedStream stream(&handle);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(IdStreamGetByte(stream.get()), kEndOfData);
-}
-
 TEST(IdStream, ReadsEveryByteWhateverTheHandleDoes) {
   struct Case {
     const char* name;
