@@ -61,6 +61,7 @@ class Opening {
     view.reset(package);
     EXPECT_TRUE(asked.asExpected);
     EXPECT_EQ(document.opens(), document.closes());
+    EXPECT_EQ(document.openedFlags, std::vector<uint32_t>(document.opens(), 1));
     EXPECT_EQ(package != nullptr, status == kFiOk);
     return status;
   }
