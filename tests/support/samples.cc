@@ -30,12 +30,15 @@ class BytesReader {
   explicit BytesReader(std::string_view notation) : rest_(notation) {}
 
   std::string Read() {
-    for (Skip(); !rest_.empty() && !wrong_; Skip()) Item();
-    if (wrong_) ADD_FAILURE() << "wrong notation at: " << rest_;
+    Items();
+    if (wrong_ || !rest_.empty()) ADD_FAILURE() << "wrong notation at: " << rest_;
     return bytes_;
   }
 
  private:
+  void Items() {
+    for (Skip(); !rest_.empty() && rest_[0] != ')' && !wrong_; Skip()) Item();
+  }
   void Skip() { rest_.remove_prefix(std::min(rest_.find_first_not_of(' '), rest_.size())); }
   bool Take(std::string_view word) {
     if (!rest_.starts_with(word)) return false;
@@ -70,6 +73,12 @@ class BytesReader {
       wrong_ = end == std::string_view::npos;
       piece = rest_.substr(0, end);
       rest_.remove_prefix(wrong_ ? 0 : end + 1);
+    } else if (Take("(")) {
+      BytesReader group(rest_);
+      group.Items();
+      piece = group.bytes_;
+      rest_ = group.rest_;
+      wrong_ = group.wrong_ || !Take(")");
     } else {
       piece = static_cast<char>(Number(16, 2));
     }

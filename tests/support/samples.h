@@ -2,6 +2,7 @@
 // lines of comment that begin with "#". Bytes are written as
 //
 //   'text'  E4     ASCII, or two hexadecimal digits     'ab'*3  00*512   the same, repeated
+//   (4E 00)*9      a group, repeated
 //   at(65)         goes on at that offset; what lies between, or was not written yet, is the filler
 //   fill(20)       the filler from here on; it is 00 before
 #ifndef FI_TESTS_SUPPORT_SAMPLES_H_

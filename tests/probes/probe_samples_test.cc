@@ -1,0 +1,117 @@
+// Content and media probes over the samples in tests/data/probes, and what is no matter of samples.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "formatid/platform.h"
+#include "probes/content/card_calendar.h"
+#include "probes/content/dif.h"
+#include "probes/content/eps_preview.h"
+#include "probes/content/escape_sequence.h"
+#include "probes/content/header_checksum.h"
+#include "probes/content/high_byte_density.h"
+#include "probes/content/marker_sequence.h"
+#include "probes/content/pict.h"
+#include "probes/content/plain_text.h"
+#include "probes/content/ptf_header.h"
+#include "probes/content/record_triplet.h"
+#include "probes/content/sfnt.h"
+#include "probes/content/text_version.h"
+#include "probes/content/version_digit.h"
+#include "probes/content/versioned_6100.h"
+#include "probes/content/x_bitmap.h"
+#include "probes/media/iso_media.h"
+#include "probes/media/ogg.h"
+#include "tests/support/probe_run.h"
+#include "tests/support/samples.h"
+
+namespace fi {
+namespace {
+
+using testing::ExpectSamples;
+using testing::MemoryHandle;
+using testing::Probe;
+using testing::ReadSamples;
+using testing::RunProbe;
+using testing::Sample;
+using testing::SampleBytes;
+
+// Of a probe that goes on from where the signature left the stream.
+Probe From(int64_t start, const Probe& probe) {
+  return [start, probe](IdentificationStream* stream) {
+    EXPECT_EQ(IdStreamSeek(stream, start, kIoFromStart), 0);
+    return probe(stream);
+  };
+}
+
+// Of a probe that answers whether the file passes, at an offset: 1 where it does.
+Probe At(uint32_t offset, bool (*passes)(IdentificationStream*, uint32_t)) {
+  return [offset, passes](IdentificationStream* stream) -> FormatId {
+    return passes(stream, offset) ? 1 : kNoMatch;
+  };
+}
+
+TEST(ProbeSamples, HaveTheirAnswers) {
+  const struct {
+    const char* name;
+    Probe probe;
+  } probes[] = {
+      {"ad1", Ad1Probe},
+      {"ad1_encrypted", Ad1EncryptedProbe},
+      {"card_calendar", CardCalendarProbe},
+      {"dif", DifProbe},
+      {"encase_e01", EnCaseE01Probe},
+      {"encase_ex01", EnCaseEx01Probe},
+      {"encase_l01", EnCaseL01Probe},
+      {"encase_lx01", EnCaseLx01Probe},
+      {"eps_preview", EpsPreviewProbe},
+      {"escape_sequence", EscapeSequenceProbe},
+      {"header_checksum", HeaderChecksumProbe},
+      {"high_byte_density", From(11, HighByteDensityProbe)},
+      {"iso_media", IsoMediaProbe},
+      {"marker_sequence", At(118, MarkerSequenceProbe)},
+      {"ogg", OggProbe},
+      {"pict", PictHeaderProbe},
+      {"plain_text", ClassifyPlainText},
+      {"ptf_header", PtfHeaderProbe},
+      {"record_triplet", RecordTripletProbe},
+      {"sfnt", At(0, SfntDirectoryProbe)},
+      {"sfnt_at_5", At(5, SfntDirectoryProbe)},
+      {"text_version", TextVersionProbe},
+      {"version_digit", From(8, VersionDigitProbe)},
+      {"x_bitmap", XBitmapProbe},
+  };
+  for (const auto& test : probes) {
+    ExpectSamples("probes/" + std::string(test.name) + ".txt", test.probe);
+  }
+}
+
+// Each file meets the probe of its format, with the place and the code that the row names.
+TEST(ProbeSamples, AreReachedThroughTheTable) {
+  for (const Sample& sample : ReadSamples("probes/rows.txt", 3)) {
+    SCOPED_TRACE(sample.place);
+    MemoryHandle handle(SampleBytes(sample.columns[2]), "x");
+    FormatId id = 0;
+    FIEvidence evidence{};
+    EXPECT_EQ(FIIdHandleEvidence(&handle, kFiUseFlags, &id, &evidence), 0u);
+    EXPECT_EQ(id, sample.Number(0));
+    EXPECT_EQ(evidence.signature, sample.Number(1));
+  }
+}
+
+// A trailer that cannot be read counts as one without the flag.
+TEST(EnCase, TrailerThatCannotBeRead) {
+  const std::string file = SampleBytes("at(8) 0201 0200 01000000 at(4000) 02 at(4060)");
+  MemoryHandle sound(file);
+  EXPECT_EQ(RunProbe(EnCaseEx01Probe, sound), 6111);
+  MemoryHandle noSeek(SampleBytes("at(8) 0201 0200 01000000 at(200) 02 at(260)"));
+  noSeek.failingSeek = 2;  // behind the one to the header
+  EXPECT_EQ(RunProbe(EnCaseEx01Probe, noSeek), 6103);
+  MemoryHandle noRead(file);
+  noRead.failingRead = 2;
+  EXPECT_EQ(RunProbe(EnCaseEx01Probe, noRead), 6103);
+}
+
+}  // namespace
+}  // namespace fi
