@@ -40,8 +40,7 @@ class EncodedTextScan {
   bool SkipBlanks();
   bool ReadLine();
   bool LowerCaseLine();
-  std::string_view Text() const { return {buffer_.data()}; }  // up to a NUL, where there is one
-  std::span<char> MutableText() { return {buffer_.data(), Text().size()}; }
+  std::span<char> MutableText() { return {buffer_.data(), text_.size()}; }
 
   FormatId TestRuns();
   bool AdvanceRun(Run& run, bool passes);
@@ -54,6 +53,7 @@ class EncodedTextScan {
   IdentificationStream* stream_;
   LineBuffer buffer_{};
   uint16_t length_ = 0;
+  std::string_view text_;  // of the buffer: the line up to a NUL, where there is one
   uint32_t linesWithoutRun_ = 0;
   Run uu_;
   Run xx_;
@@ -89,6 +89,7 @@ bool EncodedTextScan::SkipBlanks() {
 // False for an empty line and at end of data.
 bool EncodedTextScan::ReadLine() {
   length_ = ProbeReadLine(buffer_.data(), kLineCapacity, stream_);
+  text_ = buffer_.data();
   return length_ != 0;
 }
 
@@ -105,21 +106,21 @@ bool EncodedTextScan::LowerCaseLine() {
 // its length or by the line that ends it.
 bool EncodedTextScan::AdvanceRun(Run& run, bool passes) {
   if (run.length == 0) {
-    if (passes && Text().size() > kMostOfShortLine) {
+    if (passes && text_.size() > kMostOfShortLine) {
       run.length = 1;
       linesWithoutRun_ = 0;
     }
     return false;
   }
   if (passes) return ++run.length > kRunThatProves;
-  if (Text().starts_with("end")) return true;
+  if (text_.starts_with("end")) return true;
   run = {.tested = false, .length = 0};
   return false;
 }
 
 // The same for BinHex, whose run is opened and closed by colons.
 bool EncodedTextScan::AdvanceBinHexRun() {
-  const std::string_view line = Text();
+  const std::string_view line = text_;
   if (!BinHexLineTest(line)) {
     binHex_.length = 0;
     return false;
@@ -143,7 +144,7 @@ FormatId EncodedTextScan::TestRuns() {
   // Deliberate: no sequence character is expected from line to line, so that the character behind
   // any full uuencode line counts as one and never as a checksum.
   if (uu_.tested && AdvanceRun(uu_, UuLineTest(MutableText(), 0))) return kFormatUuencodeLines;
-  if (xx_.tested && AdvanceRun(xx_, XxLineTest(Text()))) return kFormatXxencodeLines;
+  if (xx_.tested && AdvanceRun(xx_, XxLineTest(text_))) return kFormatXxencodeLines;
   if (binHex_.tested && AdvanceBinHexRun()) return kFormatBinHexLines;
   return kNoMatch;
 }
@@ -156,10 +157,10 @@ FormatId EncodedTextScan::BehindBeginLine() {
   if (!ReadLine()) return kNoMatch;
   if (UuLineTest(MutableText(), 'z')) {
     if (!ReadLine()) return kNoMatch;
-    if (UuLineTest(MutableText(), 'y') || Text().starts_with(kEnd)) return kFormatUuencode;
+    if (UuLineTest(MutableText(), 'y') || text_.starts_with(kEnd)) return kFormatUuencode;
   }
-  if (!XxLineTest(Text()) || !ReadLine()) return kNoMatch;
-  return XxLineTest(Text()) || Text().starts_with(kEnd) ? kFormatXxencode : kNoMatch;
+  if (!XxLineTest(text_) || !ReadLine()) return kNoMatch;
+  return XxLineTest(text_) || text_.starts_with(kEnd) ? kFormatXxencode : kNoMatch;
 }
 
 // Reads a line; false when it cannot stand behind the banner.
@@ -176,15 +177,15 @@ std::optional<FormatId> EncodedTextScan::BehindBinHexBanner() {
   } while (byte == '\r' || byte == '\n');
   if (byte != ':') return std::nullopt;
   if (!ReadBinHexLine()) return kNoMatch;
-  return Text().ends_with(':') || ReadBinHexLine() ? kFormatBinHex : kNoMatch;
+  return text_.ends_with(':') || ReadBinHexLine() ? kFormatBinHex : kNoMatch;
 }
 
 // An answer when the line, in lower case, is the header line of an encoding.
 std::optional<FormatId> EncodedTextScan::TestHeaders() {
   if (length_ < kShortestHeaderLine) return std::nullopt;
-  if (IsBeginLine(Text())) return BehindBeginLine();
-  if (Text().starts_with(kYEncBegin)) return IdentifyYEnc(buffer_, stream_);
-  if (length_ <= kMostOfBinHexLine && Text().starts_with(kBinHexBanner)) {
+  if (IsBeginLine(text_)) return BehindBeginLine();
+  if (text_.starts_with(kYEncBegin)) return IdentifyYEnc(buffer_, stream_);
+  if (length_ <= kMostOfBinHexLine && text_.starts_with(kBinHexBanner)) {
     return BehindBinHexBanner();
   }
   return std::nullopt;
@@ -195,7 +196,7 @@ FormatId EncodedTextScan::Identify() {
     if (!SkipBlanks() || !ReadLine()) return kNoMatch;
     if (const FormatId id = TestRuns(); id != kNoMatch) return id;
     if (!LowerCaseLine()) return kNoMatch;
-    if (Text().starts_with("_=_")) continue;
+    if (text_.starts_with("_=_")) continue;
     if (const std::optional<FormatId> id = TestHeaders()) return *id;
     if (linesWithoutRun_ > kMostLinesWithoutRun) return kNoMatch;
     ++linesWithoutRun_;

@@ -1,5 +1,6 @@
 #include "probes/content/mail.h"
 
+#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -15,14 +16,52 @@ constexpr uint16_t kMostLinesWithoutHeader = 100;
 constexpr uint16_t kMostLinesToBoundary = 100;
 constexpr uint16_t kMostNonTextLines = 12;
 
-// Puts a line into lower case and takes its comments in parentheses out, in place. False at a byte
+// Eight characters at a time, as the bytes of a word: hardly any line of a text is a header, and
+// byte by byte it costs four times as much to see that.
+using Word = uint64_t;
+constexpr Word kEach = 0x0101010101010101;
+constexpr Word kHighBits = kEach * 0x80;
+
+constexpr Word ZeroBytes(Word word) { return (word - kEach) & ~word & kHighBits; }
+
+constexpr bool HoldsCommentOrNonText(Word word) {
+  return ((word & kHighBits) | ZeroBytes(word) | ZeroBytes(word ^ kEach * '(')) != 0;
+}
+
+// REQUIRES: each byte is below 0x80, so that no sum carries into the next.
+constexpr Word LowerCase(Word word) {
+  const Word fromA = word + kEach * (0x80 - 'A');
+  const Word behindZ = word + kEach * (0x80 - 'Z' - 1);
+  return word | (fromA & ~behindZ & kHighBits) >> 2;
+}
+
+// Puts the words in front of the first that holds a comment or a byte that is not ASCII text into
+// lower case, and returns how many bytes they have.
+size_t LowerCaseWords(char* line, size_t length) {
+  size_t done = 0;
+  for (; length - done >= sizeof(Word); done += sizeof(Word)) {
+    Word word = 0;
+    std::memcpy(&word, line + done, sizeof(word));
+    if (HoldsCommentOrNonText(word)) break;
+    word = LowerCase(word);
+    std::memcpy(line + done, &word, sizeof(word));
+  }
+  return done;
+}
+
+struct Line {
+  std::string_view text;  // up to a NUL, where there is one
+  bool isText = true;     // false when a byte is not ASCII text
+};
+
+// Puts a line into lower case and takes its comments in parentheses out, in place. Ends at a byte
 // that is not ASCII text: the line then keeps what was not yet looked at, behind what was.
-bool NormaliseLine(char* line, uint16_t length) {
-  uint16_t kept = 0;
+Line NormaliseLine(char* line, size_t length) {
+  size_t kept = LowerCaseWords(line, length);
   bool inComment = false;
-  for (uint16_t i = 0; i < length; ++i) {
+  for (size_t i = kept; i < length; ++i) {
     const auto byte = static_cast<uint8_t>(line[i]);
-    if (byte == 0 || byte > 0x7F) return false;
+    if (byte == 0 || byte > 0x7F) return {.text = line, .isText = false};
     if (inComment) {
       inComment = byte != ')';  // comments do not nest
     } else if (byte == '(') {
@@ -33,7 +72,7 @@ bool NormaliseLine(char* line, uint16_t length) {
     }
   }
   line[kept] = '\0';
-  return true;
+  return {.text = {line, kept}};
 }
 
 // The rest of a "from " line that separates the messages of a mailbox: one address, or none and a
@@ -63,8 +102,7 @@ class MailScan {
   FormatId Identify();
 
  private:
-  bool ReadLine();
-  std::string_view Text() const { return {buffer_.data()}; }  // up to a NUL, where there is one
+  void ReadLine();
   bool LookAtFirstLine();
   std::optional<FormatId> ReadHeaders();
   void FindBoundary();
@@ -73,19 +111,19 @@ class MailScan {
   IdentificationStream* stream_;
   std::string_view extension_;
   LineBuffer buffer_{};
-  uint16_t length_ = 0;  // as read
+  uint16_t length_ = 0;  // of the line as read
+  Line line_;            // the same, normalised
   MailScore score_;
 };
 
-// Reads a line and normalises it. False when it is not text.
-bool MailScan::ReadLine() {
+void MailScan::ReadLine() {
   length_ = ProbeReadLine(buffer_.data(), kLineCapacity, stream_);
-  return NormaliseLine(buffer_.data(), length_);
+  line_ = NormaliseLine(buffer_.data(), length_);
 }
 
 // False when the file cannot be a message.
 bool MailScan::LookAtFirstLine() {
-  const std::string_view line = Text();
+  const std::string_view line = line_.text;
   if (line.starts_with("from ")) {
     score_.mailboxSeparator = IsMailboxSeparator(line);
   } else if (line.starts_with('<')) {
@@ -100,7 +138,8 @@ bool MailScan::LookAtFirstLine() {
 // one of them decides.
 std::optional<FormatId> MailScan::ReadHeaders() {
   while (score_.line < kMostLinesWithoutHeader || score_.mime > 0 || score_.envelope > 0) {
-    if (!ReadLine()) ++score_.nonTextLines;
+    ReadLine();
+    if (!line_.isText) ++score_.nonTextLines;
     if (length_ == 0 || score_.nonTextLines > kMostNonTextLines) {
       if (score_.envelopeBeforeOther == MailScore::kNoOtherLine) {
         score_.envelopeBeforeOther = score_.envelope;
@@ -109,7 +148,7 @@ std::optional<FormatId> MailScan::ReadHeaders() {
       return std::nullopt;
     }
     if (score_.line == 0 && !LookAtFirstLine()) return kNoMatch;
-    if (const FormatId id = ScoreHeader(Text(), score_); id != kNoMatch) return id;
+    if (const FormatId id = ScoreHeader(line_.text, score_); id != kNoMatch) return id;
     ++score_.line;
   }
   return std::nullopt;
@@ -121,7 +160,7 @@ void MailScan::FindBoundary() {
   constexpr std::string_view kHyphens = "--";
   for (; score_.line < kMostLinesToBoundary; ++score_.line) {
     ReadLine();
-    const std::string_view line = Text();
+    const std::string_view line = line_.text;
     if (line.starts_with(kHyphens) && line.substr(kHyphens.size()) == score_.boundary.Value()) {
       score_.foundBoundary = true;
       if (score_.secure) Add(score_.mime, 2);
