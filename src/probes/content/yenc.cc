@@ -56,7 +56,7 @@ FormatId IdentifyYEnc(LineBuffer& line, IdentificationStream* stream) {
 
   if (std::string_view(line.data()).find("=ypart ") != std::string_view::npos) {
     if (!IsPlainAsciiLine(line, length)) return kNoMatch;
-    // Data may hold form feeds, so they end no line from here on.
+    // A form feed in the data does not end this line.
     length = static_cast<uint16_t>(IdStreamGetLine(line.data(), kLineCapacity, stream));
     if (length == 0) return kNoMatch;
   }
