@@ -11,6 +11,7 @@
 #include "probes/content/escape_sequence.h"
 #include "probes/content/header_checksum.h"
 #include "probes/content/high_byte_density.h"
+#include "probes/content/mail.h"
 #include "probes/content/marker_sequence.h"
 #include "probes/content/pict.h"
 #include "probes/content/ptf_header.h"
@@ -57,6 +58,10 @@ FormatId PerfectOfficeMain(const ProbeCall& call) {
 
 FormatId MessageClass(const ProbeCall& call) { return MapMessageClass(call.run.stream, call.code); }
 
+FormatId Mail(const ProbeCall& call) {
+  return MailProbe(call.run.stream, call.run.extension.data());
+}
+
 FormatId Classifier(const ProbeCall& call) {
   call.run.classifierRan = 1;
   FormatId id = kFormatUnknown;
@@ -96,7 +101,7 @@ constexpr ProbeEntry kProbes[] = {
     {1143, MessageClass},
     {1146, OfStream<ProbeWordFib>},
     {1168, OfStream<VersionDigitProbe>},
-    {1187, NoProbe},
+    {1187, Mail},
     {1190, NoProbe},
     {1201, NoProbe},
     {1206, NoProbe},

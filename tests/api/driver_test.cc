@@ -213,7 +213,9 @@ TEST(Driver, NoHandleNoStream) {
 
 // What identification may cost a file that is no container, counted at the handle.
 TEST(Driver, ReadBudgets) {
-  const std::string binary(1 << 20, '\x01');
+  const std::string oneLine(1 << 20, '\x01');
+  std::string binary;
+  while (binary.size() < 1 << 20) binary += static_cast<char>(binary.size() * 7 + 1);
   std::string text;
   while (text.size() < 1 << 20) text += kProse;
   struct Case {
@@ -225,7 +227,8 @@ TEST(Driver, ReadBudgets) {
   const Case cases[] = {
       {"named by a signature", kPng + binary, 1, 2048},
       {"binary that nothing names", binary, 8, 80 * 1024},
-      {"text", text, 8, 80 * 1024},
+      {"text", text, 12, 88 * 1024},  // a hundred lines, in which a mail header may begin
+      {"a hundred lines of 1022 bytes", oneLine, 64, 184 * 1024},
   };
   for (const Case& test : cases) {
     MemoryHandle handle(test.file);

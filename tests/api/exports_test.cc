@@ -133,9 +133,11 @@ TEST(Exports, IdHandleWithoutAnythingToWorkOn) {
 }
 
 TEST(Exports, IdSpecialIsForOneIdentifier) {
-  fi::testing::MemoryHandle handle("begin 644 x\n");
+  fi::testing::MemoryHandle handle("begin 644 x\n#!!!!\n`\nend\n");
   EXPECT_EQ(FIIdSpecial(&handle, 4051), 0);
   EXPECT_EQ(handle.reads, 0u);
+  EXPECT_EQ(FIIdSpecial(&handle, 4050), 4050);
+  EXPECT_EQ(handle.closes, 0u);
   EXPECT_EQ(FIIdSpecial(nullptr, 4050), 0);
 }
 

@@ -79,6 +79,8 @@ class SystemCallTest : public ::testing::Test {
 TEST_F(SystemCallTest, Budgets) {
   std::string text;
   while (text.size() < 1 << 20) text += "Only words, one after another, and a line end.\n";
+  std::string binary;
+  while (binary.size() < 1 << 20) binary += static_cast<char>(binary.size() * 7 + 1);
   struct Case {
     const char* name;
     std::string bytes;
@@ -86,7 +88,8 @@ TEST_F(SystemCallTest, Budgets) {
   };
   const Case cases[] = {
       {"named by a signature", "%PDF-1.4\n" + text, 8},
-      {"binary that nothing names", std::string(1 << 20, '\x01'), 16},
+      {"binary that nothing names", binary, 16},
+      {"a hundred lines of 1022 bytes", std::string(1 << 20, '\x01'), 36},
       {"text", text, 16},
       {"small text", "Only words.\n", 16},
   };

@@ -1,0 +1,154 @@
+// Mail and encoded text: what is named by its lines.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "formatid/platform.h"
+#include "probes/content/encoded_text.h"
+#include "probes/content/line_reader.h"
+#include "probes/content/mail.h"
+#include "tests/support/probe_run.h"
+#include "tests/support/samples.h"
+
+namespace fi {
+namespace {
+
+using testing::ExpectAnswers;
+using testing::MemoryHandle;
+using testing::Probe;
+using testing::ReadSamples;
+using testing::RunProbe;
+using testing::Sample;
+using testing::SampleBytes;
+
+Probe Mail(const std::string& extension) {
+  return [extension](IdentificationStream* stream) { return MailProbe(stream, extension.c_str()); };
+}
+
+std::string Repeated(const std::string& text, size_t times) {
+  std::string repeated;
+  for (; times > 0; --times) repeated += text;
+  return repeated;
+}
+
+TEST(MailAndEncodedText, SamplesHaveTheirAnswers) {
+  for (const char* file : {"probes/mail.txt", "probes/encoded_text.txt"}) {
+    const bool isMail = std::strstr(file, "mail") != nullptr;
+    for (const Sample& sample : ReadSamples(file, 4, 1)) {
+      SCOPED_TRACE(sample.place);
+      const Probe probe = isMail ? Mail(sample.columns[3]) : EncodedTextProbe;
+      ExpectAnswers(probe, {{sample.columns[1].c_str(), SampleBytes(sample.columns[2]),
+                             static_cast<FormatId>(sample.Number(0))}});
+    }
+  }
+}
+
+TEST(MailAndEncodedText, AreReachedThroughTheTable) {
+  const struct {
+    std::string file;
+    FormatId id;
+    uint16_t row;
+  } cases[] = {
+      {"date: x\nto: ab\nmime-version: 1.0\n", 1195, 432},
+      {Repeated("M" + std::string(60, '#') + "\n", 6), 4051, 462},
+  };
+  for (const auto& test : cases) {
+    MemoryHandle handle(test.file, "x.eml");
+    FormatId id = 0;
+    FIEvidence evidence{};
+    EXPECT_EQ(FIIdHandleEvidence(&handle, kFiUseFlags, &id, &evidence), 0u);
+    EXPECT_EQ(id, test.id);
+    EXPECT_EQ(evidence.signature, test.row);
+  }
+}
+
+TEST(MailAndEncodedText, ReadNoMoreThanTheirLines) {
+  const std::string megabyte(1 << 20, 'a');
+  const std::string lines = Repeated("a line of text\n", 70'000);
+  const struct {
+    Probe probe;
+    std::string file;
+    FormatId id;
+    uint64_t most;
+  } cases[] = {
+      {Mail(""), "date: x\nto: ab\nmime-version: 1.0\n\n" + megabyte, 1192, kDefaultStreamBuffer},
+      {Mail(""), "content-type: multipart/mixed; boundary=b\n\n" + lines, kNoMatch,
+       kDefaultStreamBuffer},
+      {Mail(""), lines, kNoMatch, kDefaultStreamBuffer},
+      {EncodedTextProbe, lines, kNoMatch, kDefaultStreamBuffer},
+      {EncodedTextProbe, megabyte, kNoMatch, 13 * 1024},  // twelve lines of 1022
+  };
+  for (const auto& test : cases) {
+    MemoryHandle handle(test.file);
+    EXPECT_EQ(RunProbe(test.probe, handle), test.id) << test.file.substr(0, 20);
+    EXPECT_LE(handle.bytesRead, test.most) << test.file.substr(0, 20);
+    MemoryHandle refusing(test.file);
+    refusing.failingSeek = 1;
+    EXPECT_EQ(RunProbe(test.probe, refusing), kNoMatch);
+    EXPECT_EQ(refusing.reads, 0u);
+  }
+}
+
+// Counts of envelope headers are signed where they stand before another line, and wrap.
+TEST(MailAndEncodedText, LongHeaders) {
+  const struct {
+    size_t headers;
+    FormatId id;
+  } cases[] = {{32'767, 1132}, {32'768, 0}, {65'535, 0}, {65'538, 1132}};
+  for (const auto& test : cases) {
+    MemoryHandle handle(Repeated("received:\n", test.headers) + "other");
+    EXPECT_EQ(RunProbe(Mail(""), handle), test.id) << test.headers;
+  }
+}
+
+TEST(MailAndEncodedText, EncodedLinesWithinTheFirstHundred) {
+  const std::string run = Repeated("M" + std::string(60, '#') + "\n", 6);
+  for (const bool within : {true, false}) {
+    MemoryHandle handle(Repeated("_=_\n", within ? 94 : 95) + run);
+    EXPECT_EQ(RunProbe(EncodedTextProbe, handle), within ? 4051 : 0);
+  }
+}
+
+TEST(LineReader, EndsLines) {
+  const struct {
+    const char* bytes;  // in sample notation
+    uint16_t capacity;
+    const char* lines;  // lengths, up to the second empty line
+  } cases[] = {
+      {"'ab' 0A 'c' 0D 'd'", 9, "2 1 1 0 0 "},
+      {"'ab' 0D0A 'c' 0A0D 'd' 0C 'e'", 9, "2 1 1 1 0 0 "},
+      {"'a' 0A0A 'b' 0D0D 'c'", 9, "1 0 1 0 "},
+      {"'a' 0C0A 'b'", 9, "1 0 1 0 "},
+      {"'abcde' 0A 'f'", 4, "3 2 1 0 0 "},
+      {"'abc' 0A 'f'", 4, "3 0 1 0 "},
+      {"'a' 00 01 0B 'b' 0A", 9, "5 0 0 "},
+      {"'ab'", 2, "1 1 0 0 "},
+      {"'ab'", 1, "0 0 "},
+      {"0D0A0A0D 'a'", 9, "0 0 "},
+  };
+  for (const auto& test : cases) {
+    MemoryHandle handle(SampleBytes(test.bytes));
+    handle.mostPerRead = 1;
+    const ScopedStream stream(&handle);
+    char buffer[16];
+    std::string lengths;
+    for (int empty = 0; empty < 2;) {
+      std::memset(buffer, '!', sizeof(buffer));
+      const uint16_t length = ProbeReadLine(buffer, test.capacity, stream.get());
+      EXPECT_EQ(buffer[length], '\0') << test.bytes;
+      EXPECT_EQ(buffer[test.capacity], '!') << test.bytes;
+      empty += length == 0 ? 1 : 0;
+      lengths += std::to_string(length) + " ";
+    }
+    EXPECT_EQ(lengths, test.lines) << test.bytes;
+  }
+  MemoryHandle handle("a");
+  const ScopedStream stream(&handle);
+  char untouched = '!';
+  EXPECT_EQ(ProbeReadLine(&untouched, 0, stream.get()), 0);
+  EXPECT_EQ(untouched, '!');
+}
+
+}  // namespace
+}  // namespace fi
