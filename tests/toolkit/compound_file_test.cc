@@ -18,7 +18,7 @@
 #include "tests/support/memory_handle.h"
 #include "tests/support/open_handle.h"
 #include "tests/support/samples.h"
-#include "tests/support/sparse_compound_file.h"
+#include "toolkit/io/positioned_handle.h"
 
 namespace fi::testing {
 namespace {
@@ -212,9 +212,7 @@ Image SoundImage(const std::string& name) {
   return image;
 }
 
-void Put(std::string& image, size_t offset, uint32_t word) {
-  image.replace(offset, 4, Words({word}));
-}
+void Put(std::string& image, size_t offset, uint32_t word) { image.replace(offset, 4, Word(word)); }
 
 // The changes of storage_damage.txt; what is not at a fixed offset, is at that of the image
 // "small".
@@ -323,66 +321,76 @@ TEST(CompoundFile, CutAtEveryPlace) {
   }
 }
 
+class CountedFile final : public io::PositionedHandle {
+ public:
+  explicit CountedFile(std::string bytes) : PositionedHandle("x"), bytes_(std::move(bytes)) {}
+  ~CountedFile() override = default;
+
+  uint64_t reads = 0;
+  uint64_t bytesRead = 0;
+
+ protected:
+  int64_t Size() override { return static_cast<int64_t>(bytes_.size()); }
+  int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override {
+    auto* out = reinterpret_cast<char*>(buffer);
+    *count = static_cast<uint32_t>(bytes_.copy(out, size, static_cast<size_t>(offset)));
+    ++reads;
+    bytesRead += *count;
+    return 0;
+  }
+
+ private:
+  const std::string bytes_;
+};
+
 TEST(CompoundFile, OtherFilesCostOneLookAtTheirHead) {
-  ComputedFile file(200, [](uint32_t) { return std::string(kSector, 'x'); });
+  CountedFile file(std::string(100000, 'x'));
   for (int i = 0; i < 3; ++i) EXPECT_FALSE(IsStorage(&file));
   EXPECT_EQ(ClassOf(&file), "");
   EXPECT_EQ(file.reads, 1u);
   EXPECT_LE(file.bytesRead, kSector);
 }
 
-TEST(CompoundFile, NeighbouringSectorsAreReadInOneCall) {
-  const std::string data = Pattern(1 << 20, 9);
-  ComputedFile file(WriteCompoundFile({Stream(u"data", data)}));
-  const io::OwnedHandle stream = OpenStream(&file, "data");
+// 65,536 sectors from back to front, with four in the DIFAT, and as many neighbours.
+TEST(CompoundFile, ALargeFileCostsAFewReads) {
+  const std::string data = Pattern(32 << 20, 9);
+  const std::vector<Node> nodes = {Stream(u"Data", data.substr(0, 1 << 20)),
+                                   Stream(u"WordDocument", data)};
+  CountedFile scattered(WriteCompoundFile(nodes, {9, true}));
+  const std::vector<const char*> absent = {"PP40",          "EncryptedPackage", "Book",  "Workbook",
+                                           "VisioDocument", "\006DataSpaces",   "Props", "Quill"};
+  for (const char* name : absent) EXPECT_EQ(OpenStream(&scattered, name), nullptr) << name;
+  const io::OwnedHandle stream = OpenStream(&scattered, "WordDocument");
   ASSERT_NE(stream, nullptr);
-  file.reads = 0;
-  EXPECT_TRUE(ReadFrom(stream.get(), 0, 1 << 20) == data);
-  EXPECT_LE(file.reads, 6u);  // 2048 sectors, and the FAT that chains them
+  EXPECT_EQ(ReadFrom(stream.get(), 0, 2048, 2048), data.substr(0, 2048));
+  EXPECT_LE(scattered.reads, 12u);
+  EXPECT_LE(scattered.bytesRead, 40u * 1024);
+
+  CountedFile neighbours(WriteCompoundFile(nodes));
+  const io::OwnedHandle whole = OpenStream(&neighbours, "Data");
+  ASSERT_NE(whole, nullptr);
+  neighbours.reads = 0;
+  EXPECT_TRUE(ReadFrom(whole.get(), 0, 1 << 20) == data.substr(0, 1 << 20));
+  EXPECT_LE(neighbours.reads, 6u);  // 2048 sectors, and the FAT that chains them
 }
 
-constexpr uint32_t kHalfGigabyte = 1 << 20;  // in sectors
-
-const char* const kAbsent[] = {"PP40",          "EncryptedPackage", "PowerPoint Document",
-                               "Book",          "Workbook",         "NOVELL_MAIN",
-                               "MatOST",        "Contents",         "PerfectOffice_MAIN",
-                               "VisioDocument", "FileHeader",       "__properties_version1.0",
-                               "Quill",         "\006DataSpaces",   "WksSSWorkBook",
-                               "Props"};
-
-// A document of half a gigabyte whose directory stands at its end, as it does when it grew.
-TEST(CompoundFile, ALargeFileCostsAFewDozenReads) {
-  constexpr std::array<const char16_t*, 5> kNames = {u"Data", u"1Table", u"CompObj", u"ObjectPool",
-                                                     u"WordDocument"};
-  const SparseLayout layout{kHalfGigabyte, 5, [&](uint32_t id) { return kNames[id - 1]; }};
-  ComputedFile file(layout.sectors + 1, SparseBlocks(layout));
-  ASSERT_TRUE(IsStorage(&file));
-  for (const char* name : kAbsent) EXPECT_EQ(OpenStream(&file, name), nullptr) << name;
-  const io::OwnedHandle stream = OpenStream(&file, "WordDocument");
-  ASSERT_NE(stream, nullptr);
-  const std::string head = ReadFrom(stream.get(), 0, 2048, 2048);
-  ASSERT_EQ(head.size(), 2048u);
-  EXPECT_EQ(static_cast<uint8_t>(head[512]), SparseFill(layout.BodyStart() + 1));
-  // Most of it is the way through the 64 sectors of the DIFAT to the last one of the FAT.
-  EXPECT_LE(file.reads, 20u);
-  EXPECT_LE(file.bytesRead, 64u * 1024);
-}
-
-// A directory of 128 MB. Its chain has to be followed, in 1 MB of FAT; its entries are not.
-TEST(CompoundFile, AMillionEntriesAreNotReadWhole) {
-  const SparseLayout layout{280000, 1000000, [](uint32_t id) {
-                              const std::string digits = std::to_string(10000000 + id);
-                              return std::u16string(digits.begin(), digits.end());
-                            }};
-  ComputedFile file(layout.sectors + 1, SparseBlocks(layout));
-  for (const uint32_t id : {1u, 77777u, 500001u, 999999u, 1000000u}) {
-    EXPECT_NE(OpenStream(&file, std::to_string(10000000 + id).c_str()), nullptr) << id;
+// A directory of 12.8 MB. Its chain has to be followed, in 100 KB of FAT; its entries are not.
+TEST(CompoundFile, AHundredThousandEntriesAreNotReadWhole) {
+  std::vector<Node> nodes;
+  for (int i = 100000; i < 200000; ++i) {
+    const std::string digits = std::to_string(i);
+    nodes.push_back(Stream({digits.begin(), digits.end()}, ""));
   }
-  const uint64_t hits = file.reads;
-  EXPECT_LE(hits, 400u);
-  for (const char* absent : kAbsent) EXPECT_EQ(OpenStream(&file, absent), nullptr) << absent;
-  EXPECT_EQ(OpenStream(&file, "20000000"), nullptr);
-  EXPECT_LE(file.reads - hits, 600u);
+  CountedFile file(WriteCompoundFile(nodes));
+  for (const char* name : {"100000", "107777", "150000", "199998", "199999"}) {
+    EXPECT_NE(OpenStream(&file, name), nullptr) << name;
+  }
+  EXPECT_LE(file.reads, 120u);
+  file.reads = 0;
+  for (const char* name : {"0", "050000", "200000", "150000x", "1000000"}) {
+    EXPECT_EQ(OpenStream(&file, name), nullptr) << name;
+  }
+  EXPECT_LE(file.reads, 1024u);
 }
 
 }  // namespace
