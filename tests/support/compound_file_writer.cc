@@ -7,6 +7,9 @@
 namespace fi::testing {
 namespace {
 
+constexpr uint32_t kEndOfChain = 0xFFFFFFFE;
+constexpr uint32_t kFreeSector = 0xFFFFFFFF;
+constexpr uint32_t kNothing = 0xFFFFFFFF;  // no sibling, no child
 constexpr uint32_t kFatSector = 0xFFFFFFFD;
 constexpr uint32_t kDifatSector = 0xFFFFFFFC;
 constexpr uint32_t kListed = 109;
@@ -18,6 +21,51 @@ void Append(std::string& bytes, uint64_t value, int size) {
 }
 
 using Numbers = std::vector<uint32_t>;
+
+std::string Words(const Numbers& words) {
+  std::string bytes;
+  for (const uint32_t word : words) bytes += Word(word);
+  return bytes;
+}
+
+struct EntryRecord {
+  std::u16string name;
+  uint8_t kind;
+  std::string classId;
+  uint32_t left = kNothing;
+  uint32_t right = kNothing;
+  uint32_t child = kNothing;
+  uint32_t start = 0;
+  uint64_t size = 0;
+};
+
+std::string EntryBytes(const EntryRecord& entry) {
+  std::string bytes;
+  for (const char16_t unit : entry.name) Append(bytes, unit, 2);
+  bytes.resize(64, '\0');
+  Append(bytes, entry.name.size() * 2 + 2, 2);
+  Append(bytes, entry.kind, 1);
+  Append(bytes, 1, 1);  // black
+  bytes += Words({entry.left, entry.right, entry.child}) + entry.classId;
+  bytes.resize(116, '\0');
+  Append(bytes, entry.start, 4);
+  Append(bytes, entry.size, 8);
+  return bytes;
+}
+
+std::string CompoundHeader(uint32_t shift, uint32_t directory, uint32_t miniFat, uint32_t difat,
+                           const Numbers& fat) {
+  std::string header = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
+  header.resize(24, '\0');
+  for (const uint32_t half : {0x3Eu, shift == 12 ? 4u : 3u, 0xFFFEu, shift, 6u}) {
+    Append(header, half, 2);
+  }
+  header.resize(48, '\0');
+  header += Words({directory, 0, kCutoff, miniFat, 0, difat, 0});
+  header += Words(fat).substr(0, 4 * kListed);
+  header.resize(512, '\xFF');
+  return header;
+}
 
 // The sectors of a file or of its mini stream, and what chains them.
 struct Units {
@@ -75,7 +123,7 @@ class Writer {
     const Numbers fat = sectors_.Allocate(fatCount);
     const Numbers difat = sectors_.Allocate(difatCount);
     const Numbers directory = sectors_.Allocate(entrySectors);
-    entries_.push_back({.name = u"Root Entry", .kind = 5, .classId = rootClass});
+    entries_.push_back({u"Root Entry", 5, rootClass});
     Add(0, children);
     entries_[0].size = minis_.bytes.size();
     entries_[0].start = sectors_.Place(minis_.bytes);
@@ -103,10 +151,8 @@ class Writer {
   void Add(uint32_t parent, const std::vector<Node>& children) {
     const auto first = static_cast<uint32_t>(entries_.size());
     const auto end = static_cast<uint32_t>(first + children.size());
-    entries_[parent].child = TreeRoot(first, end);
     for (const Node& node : children) {
-      EntryRecord entry{.name = node.name, .kind = 1, .classId = node.classId};
-      SetSiblings(static_cast<uint32_t>(entries_.size()), first, end, &entry);
+      EntryRecord entry{node.name, 1, node.classId};
       if (!node.isStorage) {
         entry.kind = 2;
         entry.size = node.data.size();
@@ -114,9 +160,19 @@ class Writer {
       }
       entries_.push_back(entry);
     }
+    entries_[parent].child = Tree(first, end);
     for (uint32_t i = first; i < end; ++i) {
       if (children[i - first].isStorage) Add(i, children[i - first].children);
     }
+  }
+
+  // Makes a tree of the entries from `low` up to `high`, not included; the number of its root.
+  uint32_t Tree(uint32_t low, uint32_t high) {
+    if (low == high) return kNothing;
+    const uint32_t middle = low + (high - low) / 2;
+    entries_[middle].left = Tree(low, middle);
+    entries_[middle].right = Tree(middle + 1, high);
+    return middle;
   }
 
   void PlaceTables(const Numbers& fat, const Numbers& difat) {
@@ -158,49 +214,9 @@ std::string WriteCompoundFile(const std::vector<Node>& children, const CompoundO
   return Writer(options).Write(children, rootClass);
 }
 
-std::string EntryBytes(const EntryRecord& entry) {
+std::string Word(uint32_t word) {
   std::string bytes;
-  for (const char16_t unit : entry.name) Append(bytes, unit, 2);
-  bytes.resize(64, '\0');
-  Append(bytes, entry.name.size() * 2 + 2, 2);
-  Append(bytes, entry.kind, 1);
-  Append(bytes, 1, 1);  // black
-  bytes += Words({entry.left, entry.right, entry.child}) + entry.classId;
-  bytes.resize(116, '\0');
-  Append(bytes, entry.start, 4);
-  Append(bytes, entry.size, 8);
-  return bytes;
-}
-
-uint32_t TreeRoot(uint32_t low, uint32_t high) {
-  return low == high ? kNothing : low + (high - low) / 2;
-}
-
-void SetSiblings(uint32_t id, uint32_t low, uint32_t high, EntryRecord* entry) {
-  for (uint32_t root = TreeRoot(low, high); root != id; root = TreeRoot(low, high)) {
-    (id < root ? high : low) = id < root ? root : root + 1;
-  }
-  entry->left = TreeRoot(low, id);
-  entry->right = TreeRoot(id + 1, high);
-}
-
-std::string CompoundHeader(uint32_t shift, uint32_t directory, uint32_t miniFat, uint32_t difat,
-                           const std::vector<uint32_t>& fat) {
-  std::string header = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
-  header.resize(24, '\0');
-  for (const uint32_t half : {0x3Eu, shift == 12 ? 4u : 3u, 0xFFFEu, shift, 6u}) {
-    Append(header, half, 2);
-  }
-  header.resize(48, '\0');
-  header += Words({directory, 0, kCutoff, miniFat, 0, difat, 0});
-  header += Words(fat).substr(0, 4 * kListed);
-  header.resize(512, '\xFF');
-  return header;
-}
-
-std::string Words(const std::vector<uint32_t>& words) {
-  std::string bytes;
-  for (const uint32_t word : words) Append(bytes, word, 4);
+  Append(bytes, word, 4);
   return bytes;
 }
 

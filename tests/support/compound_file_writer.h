@@ -8,10 +8,6 @@
 
 namespace fi::testing {
 
-inline constexpr uint32_t kEndOfChain = 0xFFFFFFFE;
-inline constexpr uint32_t kFreeSector = 0xFFFFFFFF;
-inline constexpr uint32_t kNothing = 0xFFFFFFFF;  // no sibling, no child
-
 // A stream or a storage with what is in it.
 struct Node {
   std::u16string name;
@@ -37,30 +33,8 @@ std::string WriteCompoundFile(const std::vector<Node>& children,
                               const CompoundOptions& options = {},
                               const std::string& rootClass = "");
 
-// One directory entry, 128 bytes.
-struct EntryRecord {
-  std::u16string name;
-  uint8_t kind = 0;
-  uint32_t left = kNothing;
-  uint32_t right = kNothing;
-  uint32_t child = kNothing;
-  std::string classId{};
-  uint32_t start = 0;
-  uint64_t size = 0;
-};
-std::string EntryBytes(const EntryRecord& entry);
-
-// The root of the balanced tree of the entries from `low` up to `high`, not included.
-uint32_t TreeRoot(uint32_t low, uint32_t high);
-// Sets the siblings of entry `id` in that tree.
-void SetSiblings(uint32_t id, uint32_t low, uint32_t high, EntryRecord* entry);
-
-// The 512 bytes at the start; the FAT sectors `fat` are listed as far as there is room.
-std::string CompoundHeader(uint32_t shift, uint32_t directory, uint32_t miniFat, uint32_t difat,
-                           const std::vector<uint32_t>& fat);
-
-// The words in little-endian order.
-std::string Words(const std::vector<uint32_t>& words);
+// The word in little-endian order.
+std::string Word(uint32_t word);
 
 }  // namespace fi::testing
 

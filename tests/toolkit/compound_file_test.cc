@@ -18,7 +18,7 @@
 #include "tests/support/memory_handle.h"
 #include "tests/support/open_handle.h"
 #include "tests/support/samples.h"
-#include "tests/support/sparse_compound_file.h"
+#include "toolkit/io/positioned_handle.h"
 
 namespace fi::testing {
 namespace {
@@ -149,13 +149,14 @@ TEST(CompoundFile, OpenRefusesWhatIsNoQuestionForAStorage) {
   const std::string text(5000, 't');
   const io::OwnedHandle file = OpenMemory(image);
   const io::OwnedHandle plain = OpenMemory(text);
-  int32_t result = 0;
-  EXPECT_EQ(OpenChild(file.get(), kIoSourceStorageStream, nullptr, &result), nullptr);
-  EXPECT_EQ(result, kIoError);
-  EXPECT_EQ(OpenChild(file.get(), kIoSourcePath, "a", &result), nullptr);
-  EXPECT_EQ(result, kIoError);
-  EXPECT_EQ(OpenChild(plain.get(), kIoSourceStorageStream, "a", &result), nullptr);
-  EXPECT_EQ(result, kIoError);
+  for (const auto& [handle, type, name] :
+       {std::tuple(file.get(), kIoSourceStorageStream, static_cast<const char*>(nullptr)),
+        std::tuple(file.get(), kIoSourcePath, "a"),
+        std::tuple(plain.get(), kIoSourceStorageStream, "a")}) {
+    int32_t result = 0;
+    EXPECT_EQ(OpenChild(handle, type, name, &result), nullptr);
+    EXPECT_EQ(result, kIoError);
+  }
   IOHandle* child = file.get();
   EXPECT_EQ(file->operations->open(file.get(), &child, kIoSourceSubStorage, nullptr, 1), kIoError);
   EXPECT_EQ(child, nullptr);
@@ -201,50 +202,33 @@ struct Image {
 // The images of storage_damage.txt.
 Image SoundImage(const std::string& name) {
   const bool isBig = name.starts_with("big");
-  const size_t large = isBig ? 8 << 20 : 40 * kSector;
-  Image image{"", {{"Large", Pattern(large, 11)}, {"Small", Pattern(1000, 12)}}};
-  std::vector<Node> nodes = {Stream(u"Large", image.streams["Large"])};
+  const std::string large = Pattern(isBig ? 8 << 20 : 40 * kSector, 11);
+  const std::string small = Pattern(1000, 12);
+  std::vector<Node> nodes = {Stream(u"Large", large)};
   if (!isBig) {
-    nodes = {Folder(u"Sub", {Stream(u"Inside", "inside")}), nodes[0],
-             Stream(u"Small", image.streams["Small"]), Stream(u"Third", Pattern(600, 13))};
+    nodes = {Folder(u"Sub", {Stream(u"Inside", "inside")}), nodes[0], Stream(u"Small", small),
+             Stream(u"Third", Pattern(600, 13))};
   }
-  image.bytes = WriteCompoundFile(nodes, {name == "4096" ? 12u : 9u, name == "big backwards"});
-  return image;
+  const CompoundOptions options{name == "4096" ? 12u : 9u, name == "big backwards"};
+  return {WriteCompoundFile(nodes, options), {{"Large", large}, {"Small", small}}};
 }
 
-void Put(std::string& image, size_t offset, uint32_t word) {
-  image.replace(offset, 4, Words({word}));
-}
-
-// The changes of storage_damage.txt; what is not at a fixed offset, is at that of the image
-// "small".
+// Makes changes as in storage_damage.txt.
 void Damage(std::string& image, const std::string& changes) {
-  struct Place {
-    size_t first;
-    size_t step;
-  };
-  static const std::map<std::string, Place> kPlaces = {{"word", {0, 1}},
-                                                       {"link", {512, 4}},
-                                                       {"mini", {24576, 4}},
-                                                       {"kind", {1024 + 64, 128}},
-                                                       {"left", {1024 + 68, 128}},
-                                                       {"right", {1024 + 72, 128}},
-                                                       {"child", {1024 + 76, 128}},
-                                                       {"start", {1024 + 116, 128}},
-                                                       {"size", {1024 + 120, 128}},
-                                                       {"sizeHigh", {1024 + 124, 128}}};
+  static const std::vector<Sample> kPlaces = ReadSamples("toolkit/storage_places.txt", 3);
   std::istringstream words(changes);
-  words >> std::setbase(0);
   std::string what;
-  for (int64_t number = 0, value = 0; words >> what >> number;) {
+  for (int64_t number = 0, value = 0; words >> what >> std::setbase(0) >> number;) {
     if (what == "cut") {
       image.resize(static_cast<size_t>(number));
       continue;
     }
     ASSERT_TRUE(words >> value) << changes;
-    const Place place = kPlaces.at(what);
-    Put(image, place.first + place.step * static_cast<size_t>(number),
-        static_cast<uint32_t>(value));
+    const auto place = std::ranges::find_if(
+        kPlaces, [&](const Sample& sample) { return sample.columns[0] == what; });
+    ASSERT_NE(place, kPlaces.end()) << changes;
+    const int64_t offset = place->Number(1) + place->Number(2) * number;
+    image.replace(static_cast<size_t>(offset), 4, Word(static_cast<uint32_t>(value)));
   }
   ASSERT_TRUE(words.eof()) << changes;
 }
@@ -323,17 +307,54 @@ TEST(CompoundFile, CutAtEveryPlace) {
   }
 }
 
+class CountedFile final : public io::PositionedHandle {
+ public:
+  explicit CountedFile(std::string bytes) : PositionedHandle("x"), bytes_(std::move(bytes)) {}
+  ~CountedFile() override = default;
+
+  uint64_t reads = 0;
+  uint64_t bytesRead = 0;
+
+ protected:
+  int64_t Size() override { return static_cast<int64_t>(bytes_.size()); }
+  int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override {
+    auto* out = reinterpret_cast<char*>(buffer);
+    *count = static_cast<uint32_t>(bytes_.copy(out, size, static_cast<size_t>(offset)));
+    ++reads;
+    bytesRead += *count;
+    return 0;
+  }
+
+ private:
+  const std::string bytes_;
+};
+
 TEST(CompoundFile, OtherFilesCostOneLookAtTheirHead) {
-  ComputedFile file(200, [](uint32_t) { return std::string(kSector, 'x'); });
+  CountedFile file(std::string(100000, 'x'));
   for (int i = 0; i < 3; ++i) EXPECT_FALSE(IsStorage(&file));
   EXPECT_EQ(ClassOf(&file), "");
   EXPECT_EQ(file.reads, 1u);
   EXPECT_LE(file.bytesRead, kSector);
 }
 
+// From back to front, so that the way to each chain leads through the DIFAT.
+TEST(CompoundFile, ALargeFileCostsAFewReads) {
+  const std::string data = Pattern(16 << 20, 9);
+  CountedFile file(WriteCompoundFile({Stream(u"WordDocument", data)}, {9, true}));
+  for (const char* name : {"PP40", "EncryptedPackage", "Book", "Workbook", "VisioDocument",
+                           "\006DataSpaces", "Props", "Quill"}) {
+    EXPECT_EQ(OpenStream(&file, name), nullptr) << name;
+  }
+  const io::OwnedHandle stream = OpenStream(&file, "WordDocument");
+  ASSERT_NE(stream, nullptr);
+  EXPECT_EQ(ReadFrom(stream.get(), 0, 2048, 2048), data.substr(0, 2048));
+  EXPECT_LE(file.reads, 10u);
+  EXPECT_LE(file.bytesRead, 16u * 1024);
+}
+
 TEST(CompoundFile, NeighbouringSectorsAreReadInOneCall) {
   const std::string data = Pattern(1 << 20, 9);
-  ComputedFile file(WriteCompoundFile({Stream(u"data", data)}));
+  CountedFile file(WriteCompoundFile({Stream(u"data", data)}));
   const io::OwnedHandle stream = OpenStream(&file, "data");
   ASSERT_NE(stream, nullptr);
   file.reads = 0;
@@ -341,48 +362,23 @@ TEST(CompoundFile, NeighbouringSectorsAreReadInOneCall) {
   EXPECT_LE(file.reads, 6u);  // 2048 sectors, and the FAT that chains them
 }
 
-constexpr uint32_t kHalfGigabyte = 1 << 20;  // in sectors
-
-const char* const kAbsent[] = {"PP40",          "EncryptedPackage", "PowerPoint Document",
-                               "Book",          "Workbook",         "NOVELL_MAIN",
-                               "MatOST",        "Contents",         "PerfectOffice_MAIN",
-                               "VisioDocument", "FileHeader",       "__properties_version1.0",
-                               "Quill",         "\006DataSpaces",   "WksSSWorkBook",
-                               "Props"};
-
-// A document of half a gigabyte whose directory stands at its end, as it does when it grew.
-TEST(CompoundFile, ALargeFileCostsAFewDozenReads) {
-  constexpr std::array<const char16_t*, 5> kNames = {u"Data", u"1Table", u"CompObj", u"ObjectPool",
-                                                     u"WordDocument"};
-  const SparseLayout layout{kHalfGigabyte, 5, [&](uint32_t id) { return kNames[id - 1]; }};
-  ComputedFile file(layout.sectors + 1, SparseBlocks(layout));
-  ASSERT_TRUE(IsStorage(&file));
-  for (const char* name : kAbsent) EXPECT_EQ(OpenStream(&file, name), nullptr) << name;
-  const io::OwnedHandle stream = OpenStream(&file, "WordDocument");
-  ASSERT_NE(stream, nullptr);
-  const std::string head = ReadFrom(stream.get(), 0, 2048, 2048);
-  ASSERT_EQ(head.size(), 2048u);
-  EXPECT_EQ(static_cast<uint8_t>(head[512]), SparseFill(layout.BodyStart() + 1));
-  // Most of it is the way through the 64 sectors of the DIFAT to the last one of the FAT.
-  EXPECT_LE(file.reads, 20u);
-  EXPECT_LE(file.bytesRead, 64u * 1024);
-}
-
-// A directory of 128 MB. Its chain has to be followed, in 1 MB of FAT; its entries are not.
-TEST(CompoundFile, AMillionEntriesAreNotReadWhole) {
-  const SparseLayout layout{280000, 1000000, [](uint32_t id) {
-                              const std::string digits = std::to_string(10000000 + id);
-                              return std::u16string(digits.begin(), digits.end());
-                            }};
-  ComputedFile file(layout.sectors + 1, SparseBlocks(layout));
-  for (const uint32_t id : {1u, 77777u, 500001u, 999999u, 1000000u}) {
-    EXPECT_NE(OpenStream(&file, std::to_string(10000000 + id).c_str()), nullptr) << id;
+// A directory of 5 MB. Its chain has to be followed, in 40 KB of FAT; its entries are not.
+TEST(CompoundFile, FortyThousandEntriesAreNotReadWhole) {
+  std::vector<Node> nodes;
+  for (int i = 100000; i < 140000; ++i) {
+    const std::string digits = std::to_string(i);
+    nodes.push_back(Stream({digits.begin(), digits.end()}, ""));
   }
-  const uint64_t hits = file.reads;
-  EXPECT_LE(hits, 400u);
-  for (const char* absent : kAbsent) EXPECT_EQ(OpenStream(&file, absent), nullptr) << absent;
-  EXPECT_EQ(OpenStream(&file, "20000000"), nullptr);
-  EXPECT_LE(file.reads - hits, 600u);
+  CountedFile file(WriteCompoundFile(nodes));
+  for (const char* name : {"100000", "107777", "120000", "139998", "139999"}) {
+    EXPECT_NE(OpenStream(&file, name), nullptr) << name;
+  }
+  EXPECT_LE(file.reads, 80u);
+  file.reads = 0;
+  for (const char* name : {"0", "050000", "140000", "120000x", "1000000"}) {
+    EXPECT_EQ(OpenStream(&file, name), nullptr) << name;
+  }
+  EXPECT_LE(file.reads, 160u);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@
 #include "tests/support/package_opening.h"
 #include "tests/support/samples.h"
 
-namespace fi::crypto {
+namespace fi::testing {
 namespace {
 
 namespace fs = std::filesystem;
@@ -27,22 +27,22 @@ TEST(CorpusPackages, OpenWithTheirPasswords) {
   for (const auto& entry : fs::directory_iterator(folder)) {
     files[entry.path().filename().string().substr(0, 8)] = entry.path();
   }
-  for (const testing::Sample& sample : testing::ReadSamples("toolkit/package_passwords.txt", 2)) {
+  for (const Sample& sample : ReadSamples("toolkit/package_passwords.txt", 2)) {
     SCOPED_TRACE(sample.place);
-    const std::string password = testing::SampleBytes(sample.columns[1]);
+    const std::string password = SampleBytes(sample.columns[1]);
     IOHandle* file = nullptr;
     ASSERT_EQ(IOOpen(&file, kIoSourcePath, files[sample.columns[0]].c_str(), 1), kIoOk);
     const io::OwnedHandle document(file);
-    testing::Host host{{password + "x", password}, {}, file, true};
-    testing::host = &host;
+    Host trying{{password + "x", password}, {}, file, true};
+    host = &trying;
     const O12Options options{sizeof(options), {}};
-    const O12PasswordSource source{sizeof(source), testing::AnswerRequest, file, {}};
+    const O12PasswordSource source{sizeof(source), AnswerRequest, file, {}};
     IOHandle* handles[3];
     ASSERT_EQ(O12InitDecryption(file, nullptr, nullptr, &options, &source, &handles[0], &handles[1],
                                 &handles[2]),
               kFiOk);
     const io::OwnedHandle view(handles[2]);
-    EXPECT_EQ(host.attempts.size(), 2u);  // the wrong one does not fit
+    EXPECT_EQ(trying.attempts.size(), 2u);  // the wrong one does not fit
     std::string start(2, '\0');
     EXPECT_EQ(io::Read(view.get(), start.data(), 2), 2u);
     EXPECT_EQ(start, "PK");
@@ -50,4 +50,4 @@ TEST(CorpusPackages, OpenWithTheirPasswords) {
 }
 
 }  // namespace
-}  // namespace fi::crypto
+}  // namespace fi::testing

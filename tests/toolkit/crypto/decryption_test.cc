@@ -17,19 +17,8 @@
 #include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/password.h"
 
-namespace fi::crypto {
+namespace fi::testing {
 namespace {
-
-using testing::AgileSettings;
-using testing::EncryptedPackage;
-using testing::Host;
-using testing::Opening;
-using testing::Package;
-using testing::ReadSamples;
-using testing::Sample;
-using testing::SampleBytes;
-using testing::WriteAgile;
-using testing::WriteStandard;
 
 TEST(Decryption, PackagesOfEverySizeOpen) {
   for (const size_t size : {0u, 1u, 4095u, 4096u, 4097u, 8192u, 100000u}) {
@@ -99,10 +88,11 @@ TEST(Decryption, PasswordIsAskedForUpToThreeTimes) {
 }
 
 TEST(Decryption, PasswordsAreUtf8) {
-  Password password;
+  crypto::Password password;
   for (const Sample& sample : ReadSamples("toolkit/passwords.txt", 2)) {
     const bool usable = sample.columns[1] != "no";
-    ASSERT_EQ(EncodePassword(SampleBytes(sample.columns[0]), &password), usable) << sample.place;
+    ASSERT_EQ(crypto::EncodePassword(SampleBytes(sample.columns[0]), &password), usable)
+        << sample.place;
     const std::string units(password.view().begin(), password.view().end());
     if (usable) {
       EXPECT_EQ(units, SampleBytes(sample.columns[1])) << sample.place;
@@ -110,7 +100,7 @@ TEST(Decryption, PasswordsAreUtf8) {
   }
   std::string longest;
   for (int i = 0; i < 255; ++i) longest += "\xE6\x97\xA5";
-  EXPECT_FALSE(EncodePassword(longest + "x", &password));
+  EXPECT_FALSE(crypto::EncodePassword(longest + "x", &password));
   Opening opening(WriteAgile("PK", {.password = std::u16string(255, u'\u65E5')}));
   EXPECT_EQ(opening.Open({longest}), kFiOk);
 }
@@ -165,7 +155,7 @@ TEST(Decryption, Base64IsTakenLiterally) {
     std::array<uint8_t, 5> room{};
     size_t size = 0;
     const bool right =
-        DecodeBase64(SampleBytes(sample.columns[0]), room.data(), room.size(), &size);
+        crypto::DecodeBase64(SampleBytes(sample.columns[0]), room.data(), room.size(), &size);
     ASSERT_EQ(right, sample.columns[1] != "no") << sample.place;
     if (!right) continue;
     EXPECT_EQ(std::string(room.data(), room.data() + size), SampleBytes(sample.columns[1]));
@@ -225,17 +215,17 @@ TEST(Decryption, ExportedFunctionOpensWithTheLimitsOfTheLibrary) {
   Opening opening(WriteStandard(Package(5000), {}));
   IOHandle* handles[3] = {&opening.document, &opening.document, &opening.document};
   const O12Options options{sizeof(O12Options), {}};
-  const O12PasswordSource source{sizeof(source), testing::AnswerRequest, &opening.document, {}};
+  const O12PasswordSource source{sizeof(source), AnswerRequest, &opening.document, {}};
   const auto open = [&] {
     return O12InitDecryption(&opening.document, nullptr, nullptr, &options, &source, &handles[0],
                              &handles[1], &handles[2]);
   };
   Host declining{{}, {}, &opening.document, true};
-  testing::host = &declining;
+  host = &declining;
   EXPECT_EQ(open(), kFiPasswordNeeded);
   for (IOHandle* handle : handles) EXPECT_EQ(handle, nullptr);
   Host willing{{"secret"}, {}, &opening.document, true};
-  testing::host = &willing;
+  host = &willing;
   EXPECT_EQ(open(), kFiOk);
   EXPECT_EQ(handles[0], nullptr);
   EXPECT_EQ(handles[1], nullptr);
@@ -244,4 +234,4 @@ TEST(Decryption, ExportedFunctionOpensWithTheLimitsOfTheLibrary) {
 }
 
 }  // namespace
-}  // namespace fi::crypto
+}  // namespace fi::testing

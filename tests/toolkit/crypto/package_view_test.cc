@@ -18,16 +18,10 @@
 #include "tests/support/package_opening.h"
 #include "toolkit/crypto/secret_bytes.h"
 
-namespace fi::crypto {
+namespace fi::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-using testing::EncryptedPackage;
-using testing::Opening;
-using testing::Package;
-using testing::WriteAgile;
-using testing::WriteStandard;
 
 TEST(Decryption, ViewHasTheNameOfTheDocument) {
   const EncryptedPackage package = WriteAgile(Package(100), {});
@@ -37,7 +31,7 @@ TEST(Decryption, ViewHasTheNameOfTheDocument) {
       opening.document.self.hasName = hasName;
       opening.document.self.wideName = wide;
       ASSERT_EQ(opening.Open({"secret"}), kFiOk);
-      EXPECT_EQ(testing::NameOf(opening.view.get()), hasName ? "report.xlsx" : "");
+      EXPECT_EQ(NameOf(opening.view.get()), hasName ? "report.xlsx" : "");
     }
   }
 }
@@ -140,7 +134,7 @@ TEST(Decryption, ViewReadsAtAnyPosition) {
     IOHandle* view = opening.view.get();
     ASSERT_TRUE(io::Has64Bit(view));
     for (const size_t offset : {0u, 262143u, 262144u, 524287u, 599999u, 600000u, 700000u}) {
-      EXPECT_EQ(testing::ReadFrom(view, static_cast<int64_t>(offset), 300000),
+      EXPECT_EQ(ReadFrom(view, static_cast<int64_t>(offset), 300000),
                 offset < content.size() ? content.substr(offset) : "")
           << offset;
     }
@@ -151,10 +145,11 @@ TEST(Decryption, ViewReadsAtAnyPosition) {
 }
 
 TEST(SecretBytes, AreWiped) {
-  alignas(SecretBytes<32>) std::array<unsigned char, sizeof(SecretBytes<32>)> memory;
+  alignas(crypto::SecretBytes<32>) std::array<unsigned char, sizeof(crypto::SecretBytes<32>)>
+      memory;
   // The compiler takes the bytes of an object that is gone for undefined; here they are looked at.
   const volatile unsigned char* seen = memory.data();
-  auto* secret = new (memory.data()) SecretBytes<32>;
+  auto* secret = new (memory.data()) crypto::SecretBytes<32>;
   ASSERT_TRUE(secret->Append(std::array<uint8_t, 4>{0xAA, 0xBB, 0xCC, 0xDD}));
   ASSERT_EQ(seen[0], 0xAA);
   secret->~SecretBytes<32>();
@@ -162,4 +157,4 @@ TEST(SecretBytes, AreWiped) {
 }
 
 }  // namespace
-}  // namespace fi::crypto
+}  // namespace fi::testing
