@@ -3,9 +3,8 @@
 #define FI_TESTS_SUPPORT_BYTES_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace fi::testing {
 
@@ -15,21 +14,11 @@ std::string Bytes(const char (&literal)[kSize]) {
   return std::string(literal, kSize - 1);
 }
 
-struct Patch {
-  size_t offset;
+// `size` bytes of a number, the lowest first.
+inline std::string LittleEndian(uint64_t value, size_t size) {
   std::string bytes;
-};
-
-// `size` bytes of `fill`, or as many as the patches need, with the patches laid over them.
-inline std::string File(const std::vector<Patch>& patches, size_t size = 0, char fill = 'x') {
-  std::string file(size, fill);
-  for (const Patch& patch : patches) {
-    if (file.size() < patch.offset + patch.bytes.size()) {
-      file.resize(patch.offset + patch.bytes.size(), fill);
-    }
-    file.replace(patch.offset, patch.bytes.size(), patch.bytes);
-  }
-  return file;
+  for (; bytes.size() < size; value >>= 8) bytes.push_back(static_cast<char>(value & 0xFF));
+  return bytes;
 }
 
 }  // namespace fi::testing
