@@ -67,6 +67,7 @@ class Opening {
   }
 
   std::string Content() {
+    if (view == nullptr) return "no view";
     std::string content;
     std::array<char, 1000> buffer;
     while (const uint32_t count = io::Read(view.get(), buffer.data(), buffer.size())) {
