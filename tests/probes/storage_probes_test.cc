@@ -13,7 +13,6 @@
 #include "probes/storage/rights_management.h"
 #include "probes/storage/word_fib.h"
 #include "tests/support/bytes.h"
-#include "tests/support/bytes.h"
 #include "tests/support/probe_run.h"
 #include "tests/support/storage_samples.h"
 
