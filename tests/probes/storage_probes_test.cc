@@ -14,6 +14,7 @@
 #include "probes/storage/word_fib.h"
 #include "tests/support/bytes.h"
 #include "tests/support/probe_run.h"
+#include "tests/support/samples.h"
 #include "tests/support/storage_samples.h"
 
 namespace fi {

@@ -25,6 +25,7 @@ class StreamStorage : public StorageHandle {
  private:
   static std::vector<StorageNode> Nodes(const std::map<std::string, std::string>& streams) {
     std::vector<StorageNode> nodes;
+    nodes.reserve(streams.size());
     for (const auto& [name, bytes] : streams) nodes.push_back({name, false, bytes, {}});
     return nodes;
   }
