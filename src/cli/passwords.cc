@@ -1,11 +1,11 @@
 #include "cli/passwords.h"
 
 #include <fcntl.h>
-#include <string.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 namespace fi::cli {
 namespace {

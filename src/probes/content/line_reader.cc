@@ -27,7 +27,7 @@ size_t TakeBuffered(char* target, size_t room, IdentificationStream* stream) {
 
 // Passes the other half of a CR LF or LF CR pair.
 void SkipOtherHalf(uint32_t end, IdentificationStream* stream) {
-  const uint32_t other = end == '\n' ? '\r' : '\n';
+  const uint32_t other = end ^ '\n' ^ '\r';
   const uint32_t following = IdStreamGetByte(stream);
   if (following != other && following != kEndOfData) PutBackByte(stream);
 }
