@@ -51,8 +51,7 @@ std::string Content(const std::string& path) {
 
 std::string Compound(const testing::EncryptedPackage& package) {
   return testing::WriteCompoundFile({testing::Stream(u"EncryptionInfo", package.info),
-                                     testing::Stream(u"EncryptedPackage", package.package)})
-      .bytes;
+                                     testing::Stream(u"EncryptedPackage", package.package)});
 }
 
 // Without an extension only the inside can tell what it is.
