@@ -91,6 +91,10 @@ TEST(MailAndEncodedText, ReadNoMoreThanTheirLines) {
     EXPECT_EQ(RunProbe(test.probe, refusing), kNoMatch);
     EXPECT_EQ(refusing.reads, 0u);
   }
+  // The end of the data is met once, not for each line in which the boundary could stand.
+  MemoryHandle cut("content-type: multipart/mixed; boundary=b\n\n");
+  EXPECT_EQ(RunProbe(Mail(""), cut), kNoMatch);
+  EXPECT_LE(cut.reads, 4u);
 }
 
 // Counts of envelope headers are signed where they stand before another line, and wrap.

@@ -66,10 +66,9 @@ bool AllOf(std::string_view text, const Alphabet& alphabet) {
                      [&](char c) { return ValueOf(c, alphabet) != kNoValue; });
 }
 
-// Whether the count of bytes that a line begins with is what its data characters hold.
-bool CountHolds(uint32_t count, size_t characters) {
-  return count % 3 == 0 && count == characters * 3 / 4;
-}
+// Whether the count of bytes that a line begins with is what its data characters hold. They come in
+// groups of four, perhaps with a checksum behind, so that only multiples of three pass.
+bool CountHolds(uint32_t count, size_t characters) { return count == characters * 3 / 4; }
 
 // Deliberate: compared as it stands, so that a backquote (64) never is the checksum 0.
 bool UuChecksumHolds(std::string_view characters, char checksum) {
