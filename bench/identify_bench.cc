@@ -18,10 +18,12 @@ namespace {
 
 constexpr size_t kFileSize = 1 << 20;
 
-// Bytes that no signature claims and that are no text: nothing but small control characters.
+// Bytes that no signature claims and that are no text, as compressed data has them.
 std::string Binary() {
   std::string bytes(kFileSize, '\0');
-  for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(1 + i % 6);
+  uint32_t state = 1;
+  for (char& c : bytes) c = static_cast<char>((state = state * 1664525u + 1013904223u) >> 24);
+  bytes[0] = 'x';
   return bytes;
 }
 
