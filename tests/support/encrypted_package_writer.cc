@@ -60,7 +60,11 @@ std::string Digest(const std::string& name, const std::string& bytes) {
 
 std::string SpunDigest(const std::string& name, const std::string& first, uint32_t spins) {
   std::string value = Digest(name, first);
-  for (uint32_t round = 0; round < spins; ++round) value = Digest(name, Number(round, 4) + value);
+  for (uint32_t round = 0; round < spins; ++round) {
+    std::string counted = Number(round, 4);
+    counted += value;
+    value = Digest(name, counted);
+  }
   return value;
 }
 

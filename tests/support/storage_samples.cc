@@ -89,8 +89,8 @@ class StorageReader {
 }  // namespace
 
 std::vector<StorageNode> SampleStorage(const std::string& notation) {
-  static const Parts parts = ReadParts();
-  const std::string expanded = Expanded(notation, parts);
+  static const Parts kParts = ReadParts();
+  const std::string expanded = Expanded(notation, kParts);
   return StorageReader(expanded).Read();
 }
 
