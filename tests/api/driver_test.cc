@@ -170,26 +170,6 @@ TEST(Driver, StorageThatNothingNamesIsNotText) {
   EXPECT_EQ(id, kFormatUnknown);
 }
 
-TEST(Driver, SameAnswerWhateverTheHandleDoes) {
-  const std::string far = std::string(3000, '\x01') + Bytes("TRUEVISION-XFILE.\0");
-  struct Case {
-    std::string file;
-    FormatId id;
-  };
-  for (const Case& test : {Case{kPng, 1574}, Case{kProse, 4005}, Case{far, 1512}}) {
-    for (const uint32_t mostPerRead : {UINT32_MAX, 100u, 1u}) {
-      for (const bool has64Bit : {true, false}) {
-        MemoryHandle handle(test.file);
-        handle.mostPerRead = mostPerRead;
-        handle.has64Bit = has64Bit;
-        FormatId id = 0;
-        EXPECT_EQ(IdentifyHandle(&handle, kText, &id, nullptr), 0u);
-        EXPECT_EQ(id, test.id) << mostPerRead << ' ' << has64Bit;
-      }
-    }
-  }
-}
-
 // Whichever call fails, the answer is a format or unknown, and nothing is closed or left open.
 TEST(Driver, FailingCallsNeverHurt) {
   const std::string file = kProse + std::string(5000, '\n');

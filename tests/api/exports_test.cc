@@ -55,16 +55,6 @@ TEST(Exports, EnumerationIsOrderedAndEnds) {
   EXPECT_GT(previous, 6000);  // beyond what FIGetIDString serves
 }
 
-TEST(Exports, EnumerationsInterleaveAndNeedNoBuffer) {
-  uint16_t first = 0, second = 0, id = 0;
-  char name[64];
-  EXPECT_EQ(FIGetFirstId(&first, &id, nullptr, 0), 1);
-  const uint16_t firstId = id;
-  EXPECT_EQ(FIGetNextId(&first, &id, name, 0), 1);
-  EXPECT_EQ(FIGetFirstId(&second, &id, name, sizeof(name)), 1);
-  EXPECT_EQ(id, firstId);
-}
-
 TEST(Exports, NamesAreServedForTheirRange) {
   struct Case {
     FormatId id;

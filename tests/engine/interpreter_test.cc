@@ -122,22 +122,6 @@ TEST(Interpreter, RootNameIsReadOnceAndComparedWhole) {
   }
 }
 
-TEST(Interpreter, FailingHandleIsNoMatch) {
-  const std::string file = std::string(5000, 'x') + "end";
-  for (uint64_t failing = 1; failing <= 3; ++failing) {
-    MemoryHandle handle(file);
-    handle.failingSeek = failing;
-    const ScopedStream stream(&handle);
-    SignatureRun run;
-    run.stream = stream.get();
-    const std::string program =
-        Returning(Bytes("x\xFF\x01\x88\x13\x00\x00"
-                        "end\xFF\x0Ax"));
-    const FormatId id = RunProgram(reinterpret_cast<const uint8_t*>(program.data()), run);
-    EXPECT_EQ(id, failing == 3 ? kHit : kNoMatch) << failing;
-  }
-}
-
 // The notation's encoder: one row a construct, against bytes written by hand.
 constexpr std::string_view kNotation[] = {
     "rw 'OgS' FF 0A nop00 -> 1557",

@@ -90,6 +90,15 @@ std::string RandomFile(uint32_t seed) {
   return literals + file;
 }
 
+TEST(SignatureWalk, RecoversFromAFailedFirstRead) {
+  testing::MemoryHandle handle("GIF89a");
+  handle.failingRead = 1;
+  const ScopedStream stream(&handle);
+  SignatureRun run;
+  run.stream = stream.get();
+  EXPECT_EQ(WalkSignatures(run).id, 1503);
+}
+
 TEST(SignatureWalk, IndexAgreesWithThePlainWalk) {
   const Extension extensions[] = {{}, {'R', 'B', 'F'}, {'I', 'M', 'G'}, {'A', 'I'}};
   uint32_t matches = 0;
