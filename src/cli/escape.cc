@@ -11,19 +11,7 @@ namespace {
 constexpr char kDigits[] = "0123456789abcdef";
 
 void AppendByte(char c, std::string& out) {
-  switch (c) {
-    case '\n':
-      out += "\\n";
-      return;
-    case '\r':
-      out += "\\r";
-      return;
-    case '\t':
-      out += "\\t";
-      return;
-    default:
-      break;
-  }
+  if (AppendNamedEscape(c, out)) return;
   const auto byte = static_cast<uint8_t>(c);
   out += "\\x";
   out += kDigits[byte >> 4];
@@ -31,6 +19,22 @@ void AppendByte(char c, std::string& out) {
 }
 
 }  // namespace
+
+bool AppendNamedEscape(char c, std::string& out) {
+  switch (c) {
+    case '\n':
+      out += "\\n";
+      return true;
+    case '\r':
+      out += "\\r";
+      return true;
+    case '\t':
+      out += "\\t";
+      return true;
+    default:
+      return false;
+  }
+}
 
 void AppendEscaped(std::string_view name, std::string& out) {
   while (!name.empty()) {

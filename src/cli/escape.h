@@ -15,6 +15,10 @@ void AppendEscaped(std::string_view name, std::string& out);
 // Columns that an escaped name takes, at one column per code point.
 size_t EscapedWidth(std::string_view escaped);
 
+// Appends the escape that has a letter of its own, in text and JSON alike: \n, \r or \t. False for
+// every other character.
+bool AppendNamedEscape(char c, std::string& out);
+
 }  // namespace fi::cli
 
 #endif  // FI_CLI_ESCAPE_H_

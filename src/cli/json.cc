@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "cli/escape.h"
 #include "cli/utf8.h"
 
 namespace fi::cli {
@@ -15,19 +16,7 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 // `sequence` is a control character, whose last byte is its code point below U+00A0.
 void AppendControl(std::string_view sequence, std::string& out) {
   const auto point = static_cast<uint8_t>(sequence.back());
-  switch (point) {
-    case '\n':
-      out += "\\n";
-      return;
-    case '\r':
-      out += "\\r";
-      return;
-    case '\t':
-      out += "\\t";
-      return;
-    default:
-      break;
-  }
+  if (AppendNamedEscape(sequence.back(), out)) return;
   out += "\\u00";
   out += kDigits[point >> 4];
   out += kDigits[point & 15];
