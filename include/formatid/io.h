@@ -52,6 +52,9 @@ enum {
   /* uint32_t: how many decrypted views lie between the handle and what the host opened. Only
    * handles of decrypted views answer it; for every other the number is 0. */
   kIoInfoViewDepth = 1002,
+  /* IOMemberName: the member of a package view at `index`. Package views of formatid answer it;
+   * failure ends the list. */
+  kIoInfoMemberName = 1003,
 };
 
 enum { kIoNameNarrow = 2, kIoNameWide = 4, kIoNameCapacity = 260 };
@@ -103,8 +106,10 @@ enum {
    * (IOChildSource). */
   kIoSourceStorageStream = 11,
   kIoSourceSubStorage = 12,
-  /* The file as a ZIP package view and a member of a package view by path. */
+  /* The file as a ZIP package view: `source` is NULL, `*target` holds the handle itself on entry
+   * and the view on success. */
   kIoSourcePackage = 39,
+  /* A member of a package view by path (IOMemberSource). */
   kIoSourcePackageMember = 40,
 };
 
@@ -131,6 +136,26 @@ typedef struct IOChildSource {
   IOHandle* parent;
   const char* name;
 } IOChildSource;
+
+enum { kIoMemberPathCapacity = 512 };
+
+/* A member of a package view: `parent` is the view whose open operation is called, `path` its name
+ * in the package, NUL-terminated, folders divided by "/"; ASCII letters are compared without regard
+ * to case. A folder's entry, which ends in "/", opens as an empty member. The rest is working space
+ * of the view: -1, 0 and 0. */
+typedef struct IOMemberSource {
+  IOHandle* parent;
+  char path[kIoMemberPathCapacity];
+  int32_t position;
+  uint8_t working[2];
+} IOMemberSource;
+
+/* A name in the list of a package view's members, which is in the order of its central directory.
+ * `name` belongs to the view and is NUL-terminated. */
+typedef struct IOMemberName {
+  uint32_t index; /* set by the caller, from 0 */
+  const char* name;
+} IOMemberName;
 
 /* Results of IOOpen and of a handle's open operation. */
 enum {

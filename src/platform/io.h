@@ -8,6 +8,17 @@
 
 #include "formatid/io.h"
 
+extern "C" {
+
+// Item 39 of a package view: how it reads its members. The views of this library have one way, so
+// that setting it to any value succeeds and changes nothing.
+constexpr uint32_t kIoSetPackageMode = 39;
+
+// Sets an information item of a handle to `value`; `data` belongs to the item. 0 on success.
+int32_t IOSetInfo(IOHandle* handle, uint32_t item, uint32_t value, const void* data) noexcept;
+
+}  // extern "C"
+
 namespace fi::io {
 
 // Reads up to `size` bytes; the number stored, 0 at end of data and on failure.

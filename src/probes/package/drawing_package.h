@@ -1,0 +1,17 @@
+// Drawing packages: a RIFF drawing inside a ZIP.
+#ifndef FI_PROBES_PACKAGE_DRAWING_PACKAGE_H_
+#define FI_PROBES_PACKAGE_DRAWING_PACKAGE_H_
+
+#include "formatid/formatid.h"
+#include "formatid/io.h"
+#include "probes/package/package_member.h"
+
+namespace fi {
+
+// Goes on when the package has none of the drawing members. Otherwise the chain ends once the bytes
+// that tell could be read, whether or not they are known: `*id` is 2271, 2274 or as it was.
+GoOn DrawingPackageProbe(IOHandle* package, FormatId* id);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_PACKAGE_DRAWING_PACKAGE_H_

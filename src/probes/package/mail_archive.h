@@ -1,0 +1,16 @@
+// The export archive of a desktop mail client.
+#ifndef FI_PROBES_PACKAGE_MAIL_ARCHIVE_H_
+#define FI_PROBES_PACKAGE_MAIL_ARCHIVE_H_
+
+#include "formatid/formatid.h"
+#include "formatid/io.h"
+#include "probes/package/package_member.h"
+
+namespace fi {
+
+// kGoOn unless the package holds its categories and one of its folders: then `*id` is 1381.
+GoOn MailArchiveProbe(IOHandle* package, FormatId* id);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_PACKAGE_MAIL_ARCHIVE_H_
