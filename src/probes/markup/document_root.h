@@ -53,7 +53,7 @@ class DocumentRoot {
   // Whether the root declares any namespace, its own or another.
   bool DeclaresNamespace() const;
   // The value of an attribute of the root, as written; empty where there is none.
-  std::string_view Attribute(std::string_view name) const;
+  std::string_view Attribute(std::string_view wanted) const;
 
  private:
   // How one piece of the prologue ended.
