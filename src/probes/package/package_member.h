@@ -39,6 +39,13 @@ inline bool HasMember(IOHandle* package, std::string_view path) {
   return OpenMember(package, path) != nullptr;
 }
 
+// Asks a package view to find its members by name. Views that know no other way take no notice.
+inline void SetByNameAccess(IOHandle* package) {
+  constexpr uint32_t kByName = 2;
+  const uint32_t none = 0;
+  (void)IOSetInfo(package, kIoSetPackageMode, kByName, &none);
+}
+
 // The bytes of `handle` as a ZIP package; null when they are none.
 inline io::OwnedHandle OpenPackage(IOHandle* handle) {
   IOHandle* package = handle;
