@@ -5,29 +5,29 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
-#include "formatid/formatid.h"
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/iwork_writer.h"
-#include "tests/support/samples.h"
-#include "tests/support/storage_handle.h"
+#include "tests/support/storage_samples.h"
 
 namespace fi {
 namespace {
 
 using testing::EncryptedIwork;
+using testing::ReadSamples;
 using testing::Sample;
 using testing::StorageNode;
-
-constexpr char kArchive[] = "Index/Document.iwa";
-const std::string kPages("\x07\x12\x05\x08\x90\x4E\x18\x00", 8);
 
 // Answers with its passwords in turn while it lives.
 class Host {
  public:
-  explicit Host(std::vector<std::string> passwords) : passwords_(std::move(passwords)) {
+  explicit Host(const std::string& passwords) {
+    std::istringstream words(passwords);
+    passwords_.assign(std::istream_iterator<std::string>(words), {});
     current = this;
     (void)UTSetGlobalData(kUtDataPasswordCallback, &callback_);
   }
@@ -35,13 +35,14 @@ class Host {
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
-  uint32_t asked = 0;
+  int asked = 0;
 
  private:
   static uint32_t Answer(uint32_t, FIPasswordRequest* request, uintptr_t, uintptr_t) {
-    EXPECT_EQ(request->attempts, current->asked);
-    if (current->asked++ >= current->passwords_.size()) return kFiNoCallback;
-    current->passwords_[current->asked - 1].copy(request->password, request->capacity);
+    const auto turn = static_cast<size_t>(current->asked++);
+    EXPECT_EQ(request->attempts, turn);
+    if (turn >= current->passwords_.size()) return kFiNoCallback;
+    current->passwords_[turn].copy(request->password, request->capacity);
     return 0;
   }
 
@@ -50,14 +51,9 @@ class Host {
   std::vector<std::string> passwords_;
 };
 
-struct Answer {
-  int id;
-  int result;
+using Answer = std::pair<int, int>;  // identifier and result
 
-  friend bool operator==(const Answer&, const Answer&) = default;
-};
-
-Answer Run(std::vector<StorageNode> members, uint32_t mostPerRead = UINT32_MAX) {
+Answer Identify(std::vector<StorageNode> members, uint32_t mostPerRead = UINT32_MAX) {
   testing::StorageHandle package(std::move(members));
   package.mostPerRead = mostPerRead;
   package.has64Bit = mostPerRead == UINT32_MAX;
@@ -68,91 +64,59 @@ Answer Run(std::vector<StorageNode> members, uint32_t mostPerRead = UINT32_MAX) 
   return {id, result};
 }
 
-StorageNode Member(const char* name, std::string bytes) {
-  return {name, false, std::move(bytes), {}};
-}
-
-TEST(IworkArchive, Records) {
-  const Host host({"secret", "secret"});
-  for (const Sample& sample : testing::ReadSamples("iwork_archives.txt", 4)) {
-    SCOPED_TRACE(sample.place + " " + sample.columns[2]);
-    const std::string content = testing::SampleBytes(sample.columns[3]);
-    const Answer expected{sample.Number(0), kChainEnds};
-    const std::string archive = testing::WriteIworkArchive(content, 65536);
-    EXPECT_EQ(Run({Member(kArchive, archive)}), expected);
-    if (content.size() > 1000) continue;
-    const StorageNode split = Member(kArchive, testing::WriteIworkArchive(content, 3));
-    EXPECT_EQ(Run({split}, 1), expected);
-    EXPECT_EQ(Run({{"Index.zip", true, "", {split}}}), expected);
-    const EncryptedIwork encrypted = testing::WriteIwork(archive, {});
-    const Host asked({"secret"});
-    EXPECT_EQ(Run({Member(".iwpv2", encrypted.verifier), Member(kArchive, encrypted.member)}),
-              (Answer{sample.Number(1), kChainEnds}));
-  }
+std::vector<StorageNode> Members(const std::string& archive, const std::string& verifier = "") {
+  std::vector<StorageNode> members = {{"Index/Document.iwa", false, archive, {}}};
+  if (!verifier.empty()) members.push_back({".iwpv2", false, verifier, {}});
+  return members;
 }
 
 TEST(IworkArchive, Packages) {
-  const StorageNode archive = Member(kArchive, testing::WriteIworkArchive(kPages, 65536));
-  const Host host({});
-  EXPECT_EQ(Run({}), (Answer{1802, kGoOn}));
-  EXPECT_EQ(Run({Member("Index.zip", "no package")}), (Answer{1802, kGoOn}));
-  EXPECT_EQ(Run({{"Index.zip", true, "", {}}}), (Answer{1802, kGoOn}));
-  EXPECT_EQ(Run({Member(kArchive, "no chunk")}), (Answer{1834, kChainEnds}));
-  EXPECT_EQ(Run({Member(kArchive, archive.bytes + '\1')}), (Answer{1834, kChainEnds}));
-  EXPECT_EQ(Run({{"Index.zip", true, "", {Member(kArchive, "x")}}, archive}), (Answer{1390, 0}));
-  EXPECT_EQ(Run({Member(".iwpv", ""), archive}), (Answer{1390, 0}));
+  for (const Sample& sample : ReadSamples("iwork_packages.txt", 4)) {
+    EXPECT_EQ(Identify(testing::SampleStorage(sample.columns[3])),
+              Answer(sample.Number(0), sample.Number(1)))
+        << sample.place << sample.columns[2];
+  }
+}
+
+TEST(IworkArchive, Records) {
+  for (const Sample& sample : ReadSamples("iwork_archives.txt", 4)) {
+    SCOPED_TRACE(sample.place + " " + sample.columns[2]);
+    const std::string content = testing::SampleBytes(sample.columns[3]);
+    const std::string archive = testing::WriteIworkArchive(content, 65536);
+    EXPECT_EQ(Identify(Members(archive)), Answer(sample.Number(0), 0));
+    const EncryptedIwork encrypted = testing::WriteIwork(archive, {});
+    const Host host("secret");
+    EXPECT_EQ(Identify(Members(encrypted.member, encrypted.verifier)),
+              Answer(sample.Number(1), 0));
+    if (content.size() > 1000) continue;
+    EXPECT_EQ(Identify(Members(testing::WriteIworkArchive(content, 3)), 1),
+              Answer(sample.Number(0), 0));
+  }
+}
+
+void Change(const std::string& change, std::string* bytes) {
+  const size_t place = change.size() > 1 ? std::stoul(change.substr(1)) : 0;
+  if (change[0] == '^') bytes->at(place) = static_cast<char>(bytes->at(place) ^ 1);
+  if (change[0] == '=') bytes->resize(place);
+  if (change[0] == '+') *bytes += '\0';
 }
 
 TEST(IworkArchive, Decryption) {
-  using Edit = void (*)(EncryptedIwork&);
-  const Edit none = [](EncryptedIwork&) {};
-  const struct {
-    const char* name;
-    std::vector<std::string> passwords;
-    Edit edit;
-    Answer expected;
-    uint32_t asked;
-  } cases[] = {
-      {"right at once", {"secret"}, none, {1393, 0}, 1},
-      {"right at last", {"Secret", "secret ", "secret"}, none, {1393, 0}, 3},
-      {"none given", {}, none, {1834, 11}, 1},
-      {"declined after a wrong one", {"wrong"}, none, {1834, 3328}, 2},
-      {"wrong three times", {"a", "b", "c", "secret"}, none, {1834, 3328}, 3},
-      {"too long", {std::string(1024, 'x'), "secret"}, none, {1393, 0}, 2},
-      {"empty", {""}, [](auto& p) { p = testing::WriteIwork(p.member, {.password = ""}); },
-       {1834, 0}, 1},
-      {"verifier cut", {"secret"}, [](auto& p) { p.verifier.pop_back(); }, {1834, 14}, 0},
-      {"verifier longer", {"secret"}, [](auto& p) { p.verifier += '\0'; }, {1834, 14}, 0},
-      {"other version", {"secret"}, [](auto& p) { p.verifier[0] = 3; }, {1834, 14}, 0},
-      {"other format", {"secret"}, [](auto& p) { p.verifier[2] = 2; }, {1834, 14}, 0},
-      {"no rounds", {"x"}, [](auto& p) { p.verifier.replace(4, 4, 4, '\0'); }, {1834, 14}, 0},
-      {"too many rounds", {"x"}, [](auto& p) { p.verifier[7] = 1; }, {1834, 14}, 0},
-      {"verifier changed", {"secret"}, [](auto& p) { p.verifier[103] ^= 1; }, {1834, 3328}, 2},
-      {"HMAC changed", {"secret"}, [](auto& p) { p.member.back() ^= 1; }, {1834, 0}, 1},
-      {"first block changed", {"secret"}, [](auto& p) { p.member[16] ^= 1; }, {1834, 0}, 1},
-      {"IV changed", {"secret"}, [](auto& p) { p.member[0] ^= 1; }, {1393, 0}, 1},
-      {"one byte less", {"secret"}, [](auto& p) { p.member.pop_back(); }, {1834, 0}, 1},
-      {"a block less", {"secret"}, [](auto& p) { p.member.erase(32, 16); }, {1834, 0}, 1},
-      {"no block", {"secret"}, [](auto& p) { p.member.resize(36); }, {1834, 0}, 1},
-      {"no member", {"secret"}, [](auto& p) { p.member.clear(); }, {1834, 0}, 1},
-      {"padding of 17", {"secret"},
-       [](auto& p) {
-         p = testing::WriteIwork(testing::WriteIworkArchive(kPages, 99), {.padding = 17});
-       },
-       {1834, 0}, 1},
-      {"not encrypted", {"secret"},
-       [](auto& p) { p.member = testing::WriteIworkArchive(kPages, 99); }, {1834, 0}, 1},
-  };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.name);
-    EncryptedIwork package = testing::WriteIwork(testing::WriteIworkArchive(kPages, 99), {});
-    test.edit(package);
+  const std::string content("\x07\x12\x05\x08\x90\x4E\x18\x00", 8);
+  const std::string archive = testing::WriteIworkArchive(content, 99);
+  for (const Sample& sample : ReadSamples("iwork_decryption.txt", 7, 3)) {
+    SCOPED_TRACE(sample.place + " " + sample.columns[3]);
+    const std::string& change = sample.columns[6];
+    EncryptedIwork package =
+        testing::WriteIwork(archive, {.padding = static_cast<char>(change == "padding" ? 17 : 0)});
+    if (!sample.columns[5].empty()) Change(sample.columns[5], &package.verifier);
+    if (!change.empty() && change[0] != 'p') Change(change, &package.member);
+    if (change == "plain") package.member = archive;
     for (const uint32_t mostPerRead : {UINT32_MAX, 5U}) {
-      const Host host(test.passwords);
-      EXPECT_EQ(Run({Member(".iwpv2", package.verifier), Member(kArchive, package.member)},
-                    mostPerRead),
-                test.expected);
-      EXPECT_EQ(host.asked, test.asked);
+      const Host host(sample.columns[4]);
+      EXPECT_EQ(Identify(Members(package.member, package.verifier), mostPerRead),
+                Answer(sample.Number(0), sample.Number(1)));
+      EXPECT_EQ(host.asked, sample.Number(2));
     }
   }
 }
@@ -163,7 +127,7 @@ TEST(IworkArchive, DocumentOfTheCorpus) {
   const std::filesystem::path folder = named != nullptr ? named : FORMATID_CORPUS_DIR;
   const std::string path = folder / "files/iwork13/bcb4baf4_test-issue-93.numbers";
   if (!std::filesystem::exists(path)) GTEST_SKIP() << "no corpus in " << folder;
-  const Host host({"wrong", "password"});
+  const Host host("wrong password");
   FormatId id = 0;
   EXPECT_EQ(FIIdFile(kIoSourcePath, path.c_str(), 0, &id), kFiOk);
   EXPECT_EQ(id, 1395);

@@ -3,6 +3,7 @@
 
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "platform/iwork.h"
 #include "tests/support/iwork_writer.h"
