@@ -28,7 +28,7 @@ struct Answer {
   friend bool operator==(const Answer&, const Answer&) = default;
 };
 
-Answer Run(IOHandle* handle) {
+Answer RunPackage(IOHandle* handle) {
   const ScopedStream stream(handle);
   Answer answer{0, -1};
   answer.id = PackageProbe(stream.get(), &answer.extra);
@@ -37,7 +37,7 @@ Answer Run(IOHandle* handle) {
 
 // Whatever the answer is, what was opened is closed, members first.
 Answer RunDouble(StorageHandle& handle) {
-  const Answer answer = Run(&handle);
+  const Answer answer = RunPackage(&handle);
   EXPECT_EQ(handle.openedFlags.size(), handle.closes);
   EXPECT_EQ(handle.closedEarly, 0u);
   return answer;
@@ -50,9 +50,10 @@ TEST(PackageProbes, Samples) {
     const std::vector<StorageNode> package = SampleStorage(sample.columns[3]);
     StorageHandle whole(package);
     EXPECT_EQ(RunDouble(whole), expected);
-    if (!sample.columns[4].empty()) EXPECT_EQ(whole.openedMembers, " " + sample.columns[4]);
+    const std::string members = sample.columns[4].empty() ? whole.openedMembers : " " + sample.columns[4];
+    EXPECT_EQ(whole.openedMembers, members);
     MemoryHandle zip(SamplePackage(sample.columns[3]));
-    EXPECT_EQ(Run(&zip), expected) << "as a ZIP file";
+    EXPECT_EQ(RunPackage(&zip), expected) << "as a ZIP file";
 
     StorageHandle slow(package);
     slow.mostPerRead = 1;
@@ -79,13 +80,13 @@ TEST(PackageProbes, LargePackagesAreReadInPlaces) {
     writer.Add(member.name, member.bytes);
   }
   MemoryHandle handle(writer.Finish());
-  EXPECT_EQ(Run(&handle), (Answer{1384, 0}));
+  EXPECT_EQ(RunPackage(&handle), (Answer{1384, 0}));
   EXPECT_LE(handle.bytesRead, 64u * 1024);
 }
 
 TEST(PackageProbes, FilesThatAreNoPackage) {
   MemoryHandle handle("PK\x03\x04 and nothing else");
-  EXPECT_EQ(Run(&handle), (Answer{1802, 0}));
+  EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0}));
 }
 
 }  // namespace
