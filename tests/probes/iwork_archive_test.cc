@@ -8,10 +8,13 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "formatid/platform.h"
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/iwork_writer.h"
+#include "tests/support/samples.h"
 #include "tests/support/storage_samples.h"
 
 namespace fi {
