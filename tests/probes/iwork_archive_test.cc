@@ -89,8 +89,7 @@ TEST(IworkArchive, Records) {
     EXPECT_EQ(Identify(Members(archive)), Answer(sample.Number(0), 0));
     const EncryptedIwork encrypted = testing::WriteIwork(archive, {});
     const Host host("secret");
-    EXPECT_EQ(Identify(Members(encrypted.member, encrypted.verifier)),
-              Answer(sample.Number(1), 0));
+    EXPECT_EQ(Identify(Members(encrypted.member, encrypted.verifier)), Answer(sample.Number(1), 0));
     if (content.size() > 1000) continue;
     EXPECT_EQ(Identify(Members(testing::WriteIworkArchive(content, 3)), 1),
               Answer(sample.Number(0), 0));
