@@ -99,8 +99,9 @@ TEST(ZipView, WideAndStreamedPackages) {
 
 TEST(ZipView, CostsAReadOfTheTailAndOnePerMember) {
   ZipWriter writer;
-  for (char c = 'a'; c < 'u'; ++c)
-    writer.Add(std::string(3, c), Pattern(c == 'b' ? 20000000 : 900, 1));
+  for (char c = 'a'; c < 'u'; ++c) {
+    writer.Add(std::string(3, c), Pattern(900, 1)).Raw(std::string(c == 'b' ? 20000000 : 0, 'x'));
+  }
   MemoryHandle file(writer.Finish());
   const io::OwnedHandle view = OpenPackage(&file);
   EXPECT_EQ(file.reads, 1u);
