@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/support/bytes.h"
+#include "tests/support/storage_samples.h"
 
 namespace fi::testing {
 namespace {
@@ -29,6 +30,18 @@ std::string Numbers(size_t size, const std::vector<uint64_t>& values) {
   std::string bytes;
   for (const uint64_t value : values) bytes += LittleEndian(value, size);
   return bytes;
+}
+
+std::string Package(const std::vector<StorageNode>& nodes) {
+  ZipWriter writer;
+  for (const StorageNode& node : nodes) {
+    if (node.isStorage) {
+      writer.Add(node.name, Package(node.children), {.method = 0});
+    } else {
+      writer.Add(node.name, node.bytes);
+    }
+  }
+  return writer.Finish();
 }
 
 }  // namespace
@@ -74,5 +87,7 @@ std::string ZipWriter::Finish(const ZipEnd& end) const {
            Numbers(4, {end.zip64 ? kNarrow : size, end.zip64 ? kNarrow : at});
   return bytes + LittleEndian(end.comment.size(), 2) + end.comment;
 }
+
+std::string SamplePackage(const std::string& notation) { return Package(SampleStorage(notation)); }
 
 }  // namespace fi::testing

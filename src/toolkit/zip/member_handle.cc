@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <span>
 #include <utility>
 
 #include "toolkit/zip/limits.h"
@@ -16,7 +17,7 @@ constexpr auto kMaxSize = static_cast<uint64_t>(std::numeric_limits<int64_t>::ma
 
 // As many bytes as the directory claims and the limits allow.
 uint64_t Readable(const Entry& entry) {
-  const uint64_t packed = std::min(entry.packedSize, kMaxInflated);
+  const uint64_t packed = std::min(entry.packedSize, kMaxInflated);  // so that it cannot overflow
   return std::min({entry.size, kMaxInflated, std::max(kFreeOfRatio, packed * kMaxRatio)});
 }
 
@@ -39,7 +40,7 @@ StoredHandle::StoredHandle(ZipView& view, const Entry& entry, uint64_t data)
 
 int32_t StoredHandle::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   const auto from = static_cast<uint64_t>(offset);
-  if (from >= size_ || from > kMaxSize - std::min(data_, kMaxSize)) return 0;
+  if (from >= size_) return 0;
   size = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - from));
   if (size > kInputBlock) {
     *count = view_.reader().ReadAt(data_ + from, buffer, size);
@@ -77,7 +78,8 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   uint32_t count = 0;
   while (count < size && !ended_) {
     const uint64_t left = packedSize_ - consumed_;
-    auto input = view_.Input(data_ + consumed_, left > 0 ? 1 : 0, left);
+    std::span<const uint8_t> input;
+    if (left > 0) input = view_.Input(data_ + consumed_, 1, left);
     input = input.first(std::min<uint64_t>(input.size(), left));
     const Inflater::Step step = inflater_->Run(input, buffer + count, size - count);
     consumed_ += step.consumed;
