@@ -36,7 +36,7 @@ std::string Package(std::string_view input) {
     fi::testing::ZipMember stored;
     stored.method = 0;
     writer.Add(name, std::string(input.substr(0, end)), stored);
-    input.remove_prefix(end == input.npos ? input.size() : end + 1);
+    input.remove_prefix(end == std::string_view::npos ? input.size() : end + 1);
   }
   return writer.Finish();
 }
