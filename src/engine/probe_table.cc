@@ -32,6 +32,7 @@
 #include "probes/markup/message_history.h"
 #include "probes/media/iso_media.h"
 #include "probes/media/ogg.h"
+#include "probes/package/dispatcher.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/designer.h"
 #include "probes/storage/legacy_document.h"
@@ -82,6 +83,13 @@ FormatId Classifier(const ProbeCall& call) {
   call.run.classifierRan = 1;
   FormatId id = kFormatUnknown;
   call.run.status = ClassifyCompoundDocument(call.run.stream, call.run.extension.data(), &id);
+  return id;
+}
+
+FormatId Package(const ProbeCall& call) {
+  int32_t extra = 0;
+  const FormatId id = PackageProbe(call.run.stream, &extra);
+  call.run.status = static_cast<uint32_t>(extra);
   return id;
 }
 
@@ -165,7 +173,7 @@ constexpr ProbeEntry kProbes[] = {
     {1723, OfStream<IsoMediaProbe>},
     {1726, NoProbe},
     {1730, OfStream<OggProbe>},
-    {1802, NoProbe},
+    {1802, Package},
     {1803, NoProbe},
     {1807, NoProbe},  // which kind of compound file is meant is not known
     {1814, NoProbe},
