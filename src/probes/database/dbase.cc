@@ -1,0 +1,57 @@
+#include "probes/database/dbase.h"
+
+#include <string_view>
+
+#include "platform/format_ids.h"
+#include "probes/file_bytes.h"
+
+namespace fi {
+namespace {
+
+constexpr size_t kFieldOffset = 32;
+constexpr size_t kNameSize = 11;  // its NUL included
+constexpr size_t kTypeOffset = kFieldOffset + kNameSize;
+constexpr uint32_t kShortestHeader = 65;  // one field, and a byte behind the last
+
+constexpr std::string_view kVersions =
+    "\x02\x03\x04\x05\x30\x31\x32\x43\x63\x7B\x83\x8B\x8E\xCB\xE5\xF5\xFB";
+constexpr std::string_view kFieldTypes = "CDFGILMNOPQTVWYB@+";
+
+using Header = FileBytes<kTypeOffset + 1>;
+
+bool IsLetter(uint8_t byte) { return (byte | 0x20) >= 'a' && (byte | 0x20) <= 'z'; }
+
+bool IsField(const Header& header) {
+  const std::string_view name = header.View().substr(kFieldOffset, kNameSize);
+  const size_t length = name.find('\0');
+  if (length == 0 || length == std::string_view::npos) return false;
+  for (size_t i = 0; i < length; ++i) {
+    const auto byte = static_cast<uint8_t>(name[i]);
+    const bool isDigit = byte >= '0' && byte <= '9';
+    if (!IsLetter(byte) && (i == 0 || (!isDigit && byte != '_'))) return false;
+  }
+  const char type = header.View()[kTypeOffset];
+  return kFieldTypes.find(type) != std::string_view::npos;
+}
+
+}  // namespace
+
+FormatId DbaseProbe(IdentificationStream* stream) {
+  const Header header(stream, 0);
+  if (header.size() <= kTypeOffset) return kNoMatch;
+  if (kVersions.find(header.View()[0]) == std::string_view::npos) return kNoMatch;
+  const uint32_t month = header.Byte(2);
+  const uint32_t day = header.Byte(3);
+  if (month < 1 || month > 12 || day < 1 || day > 31) return kNoMatch;
+  // Tables of FoxPro have 263 bytes for the name of their database behind the fields.
+  const uint32_t size = header.WordLE(8);
+  const uint32_t record = header.WordLE(10);
+  if (size < kShortestHeader || record < 2) return kNoMatch;
+  if (size % 32 != 1 && size % 32 != 8) return kNoMatch;
+  if (!IsField(header)) return kNoMatch;
+  // The byte behind the last record may be missing.
+  const uint64_t needed = size + uint64_t{header.DwordLE(4)} * record;
+  return needed <= FileSize(stream) + 1 ? kFormatDbase : kNoMatch;
+}
+
+}  // namespace fi
