@@ -49,7 +49,7 @@ FormatId TarProbe(IdentificationStream* stream) {
   for (size_t i = 0; i < kHeaderSize; ++i) {
     if (i >= kSumOffset && i < kSumOffset + kSumSize) continue;
     sum += header.Byte(i);
-    high += header.Byte(i) >= 0x80 ? 1 : 0;
+    if (header.Byte(i) >= 0x80) ++high;
   }
   const uint32_t signedSum = sum - high * 256;
   return sum == expected || signedSum == expected ? kFormatTar : kNoMatch;

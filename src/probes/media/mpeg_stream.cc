@@ -22,11 +22,13 @@ bool IsPack(const Header& header) {
 
 bool IsSequence(const Header& header) {
   constexpr uint8_t kMarker = 0x20;
+  constexpr uint32_t kMaxAspect = 14;
+  constexpr uint32_t kMaxRate = 13;  // the standards end at 8; encoders have taken some above
   const uint32_t extents = header.DwordBE(4) >> 8;  // 12 bits each
   const uint32_t aspect = header.Byte(7) >> 4;
   const uint32_t rate = header.Byte(7) & 0x0F;
-  return extents >> 12 > 0 && (extents & 0x0FFF) > 0 && aspect >= 1 && aspect <= 14 && rate >= 1 &&
-         rate <= 8 && (header.Byte(10) & kMarker) != 0;
+  return extents >> 12 > 0 && (extents & 0x0FFF) > 0 && aspect >= 1 && aspect <= kMaxAspect &&
+         rate >= 1 && rate <= kMaxRate && (header.Byte(10) & kMarker) != 0;
 }
 
 }  // namespace
@@ -34,8 +36,8 @@ bool IsSequence(const Header& header) {
 FormatId MpegStreamProbe(IdentificationStream* stream) {
   const Header header(stream, 0);
   const uint8_t code = header.Byte(3);
-  const bool matches = (code == kPackCode && IsPack(header)) ||
-                       (code == kSequenceCode && IsSequence(header));
+  const bool matches =
+      (code == kPackCode && IsPack(header)) || (code == kSequenceCode && IsSequence(header));
   return matches ? kFormatMpegStream : kNoMatch;
 }
 
