@@ -33,8 +33,9 @@ std::string Delivered(const std::string& document, uint32_t chunk) {
   size_t contentAt = 0;
   while ((result = parser.Next()) == PullParser::Result::kTag) {
     Require(++tags <= document.size());
-    Require(parser.TagText().size() <= fi::xml::kMaxTagText + 2);
-    all.append(parser.isEnd() ? "-" : "+").append(parser.TagText());
+    Require(parser.TagSize() <= fi::xml::kMaxTagText + 2);
+    all.append(parser.isEnd() ? "-" : "+").append(parser.localName()).append("\n");
+    all.append(parser.namespaceUri()).append(parser.Attribute("Id").value_or("\n"));
     Require(parser.Content().size() <= fi::xml::kMaxContent);
     contentAt = all.size();
     all.append(parser.Content());

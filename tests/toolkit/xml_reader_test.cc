@@ -80,8 +80,8 @@ std::string InPieces(const std::string& document, uint32_t chunk) {
   std::string all;
   xml::PullParser::Result result;
   while ((result = parser.Next()) == xml::PullParser::Result::kTag) {
-    all.append(parser.isEnd() ? "-" : "+").append(parser.TagText());
-    all.append(parser.Content());
+    all.append(parser.isEnd() ? "-" : "+").append(parser.localName());
+    all.append(parser.Attribute("x").value_or("?")).append(parser.Content());
   }
   return all + std::to_string(static_cast<int>(result));
 }

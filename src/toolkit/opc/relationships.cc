@@ -23,7 +23,7 @@ void Relationships::Read(IOHandle* document) {
 }
 
 // False when nothing more can be kept.
-bool Relationships::Add(const xml::PullParser& element) {
+bool Relationships::Add(xml::PullParser& element) {
   const std::optional<std::string_view> type = element.Attribute("Type");
   const std::optional<std::string_view> target = element.Attribute("Target");
   if (!type.has_value() || !target.has_value() || target->size() > kMaxTarget) return true;

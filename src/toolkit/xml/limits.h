@@ -32,13 +32,10 @@ inline constexpr size_t kMaxTagText = 64 << 10;
 // Character data that is kept between two tags; the rest is cut off.
 inline constexpr size_t kMaxContent = 16 << 10;
 
-// What the scanner of plain documents reads; a longer one is parsed anew by Expat.
-inline constexpr size_t kMaxPlain = 32 << 10;
-
-// Below it, no plain document can reach the limits of expansion and of a tag's text: an element of
-// four bytes has two tags.
-static_assert(kMaxPlain / 4 * 2 * (kMaxNamespaceUri + 1) + kMaxPlain <= kMaxExpanded);
-static_assert(kMaxPlain + kMaxNamespaceUri <= kMaxTagText);
+// A tag with the text before it, in a plain document; with a larger one it is not plain. A piece
+// that is not complete is scanned again when more has been read. It keeps to what is kept of tags.
+inline constexpr size_t kMaxPlainPiece = 32 << 10;
+static_assert(kMaxPlainPiece + kMaxNamespaceUri <= kMaxTagText);
 
 // Pieces in which the document is read: what a reader looks for often stands at the beginning.
 inline constexpr uint32_t kFirstChunk = 512;

@@ -37,8 +37,19 @@ constexpr auto kClasses = [] {
 
 bool IsOf(char c, unsigned classes) { return (kClasses[Byte(c)] & classes) != 0; }
 
+// The value of a decimal or hexadecimal digit, negative for none.
+int DigitOf(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
 // The name, and the prefix, of attributes that declare namespaces.
 constexpr std::string_view kDeclaration = "xmlns";
+
+// Of the namespace that the prefix "xml" stands for.
+constexpr size_t kXmlNamespaceSize =
+    std::string_view("http://www.w3.org/XML/1998/namespace").size();
 
 // Namespaces that only the prefixes "xml" and "xmlns" may stand for begin so.
 bool MayBeReserved(std::string_view uri) {
@@ -111,7 +122,7 @@ class PlainScanner::Cursor {
       if (Take(quote)) return true;
       if (*at_ == '"' || *at_ == '\'') {
         ++at_;
-      } else if (!TakeSequence()) {
+      } else if (*at_ == '&' ? !TakeReference() : !TakeSequence()) {
         return false;
       }
     }
@@ -135,6 +146,9 @@ class PlainScanner::Cursor {
   bool TakeReference() {
     ++at_;
     switch (*at_) {
+      case '#':
+        ++at_;
+        return TakeCharacterNumber();
       case 'a':
         ++at_;
         return *at_ == 'm' ? Take("mp;") : Take("pos;");
@@ -145,6 +159,19 @@ class PlainScanner::Cursor {
       default:
         return Take("quot;");
     }
+  }
+
+  // Of a character that every XML document may hold, but for those beyond the first planes.
+  bool TakeCharacterNumber() {
+    uint32_t number = 0;
+    const uint32_t base = Take('x') ? 16 : 10;
+    for (; number < 0xD800; ++at_) {
+      const int digit = DigitOf(*at_);
+      if (digit < 0 || digit >= static_cast<int>(base)) break;
+      number = number * base + static_cast<uint32_t>(digit);
+    }
+    const bool isSpace = number == '\t' || number == '\n' || number == '\r';
+    return (isSpace || (number >= ' ' && number < 0xD800)) && Take(';');
   }
 
   bool TakeDeclaration() {
@@ -179,7 +206,7 @@ PlainScanner::Cursor PlainScanner::CursorAt(size_t at) const {
 
 PlainScanner::Step PlainScanner::Stop(const Cursor& cursor) const {
   const bool atEnd = cursor.at() == document_.data() + document_.size();
-  return atEnd ? Step::kMore : Step::kOther;
+  return atEnd && document_.size() - at_ < kMaxPlainPiece ? Step::kMore : Step::kOther;
 }
 
 PlainScanner::Range PlainScanner::RangeTo(const char* begin, const char* end) const {
@@ -198,8 +225,8 @@ PlainScanner::Step PlainScanner::NextTag() {
     if (!cursor.TakeProlog()) return Stop(cursor);
   } else if (!insideRoot()) {
     (void)cursor.Skip(kSpace);
-    const Step step = Stop(cursor);
-    return step == Step::kMore && isWhole_ ? Step::kEndOfData : step;
+    const bool atEnd = cursor.at() == document_.data() + document_.size();
+    return atEnd && isWhole_ ? Step::kEndOfData : Stop(cursor);
   } else if (!cursor.TakeText()) {
     return Stop(cursor);
   }
@@ -211,6 +238,7 @@ PlainScanner::Step PlainScanner::NextTag() {
     return Stop(cursor);
   }
   text_ = RangeTo(begin, cursor.at());
+  if (text_.size > kMaxPlainPiece) return Step::kOther;
   at_ = static_cast<size_t>(cursor.at() - document_.data());
   return Step::kDone;
 }
@@ -277,6 +305,7 @@ bool PlainScanner::Declare(Range prefix, Range uri) {
   const std::string_view text = View(prefix);
   if (bindingCount_ == kMaxBindings || text == "xml" || text == kDeclaration) return false;
   if (uri.size > kMaxNamespaceUri || MayBeReserved(View(uri))) return false;
+  if (View(uri).find('&') != std::string_view::npos) return false;
   if (uri.size == 0 && prefix.size != 0) return false;
   bindings_[bindingCount_++] = {prefix, uri};
   return true;
@@ -284,25 +313,33 @@ bool PlainScanner::Declare(Range prefix, Range uri) {
 
 // Finds what the prefixes of the tag stand for. False when one stands for nothing or something
 // occurs twice: then a full parser tells whether that is a fault.
-bool PlainScanner::Resolve(Element* element) const {
+bool PlainScanner::Resolve(Element* element) {
   for (uint32_t i = element->bindings; i < bindingCount_; ++i) {
     for (uint32_t before = element->bindings; before < i; ++before) {
       if (View(bindings_[before].prefix) == View(bindings_[i].prefix)) return false;
     }
   }
+  const std::string_view prefix = Prefix(element->name);
+  const Binding* const binding = FindBinding(prefix);
+  if (binding == nullptr && !prefix.empty()) return false;
+  if (binding != nullptr) element->uri = binding->uri;
+  size_t expanded = 2 * (size_t{element->uri.size} + element->name.whole.size + 1);  // both tags
   for (uint32_t i = 0; i < attributeCount_; ++i) {
-    const Name& name = attributes_[i].name;
-    const std::string_view prefix = Prefix(name);
-    if (!prefix.empty() && prefix != "xml" && FindBinding(prefix) == nullptr) return false;
-    const std::string_view local = View(LocalRange(name));
+    const AttributeEntry& attribute = attributes_[i];
+    const std::string_view local = View(LocalRange(attribute.name));
     for (uint32_t before = 0; before < i; ++before) {
       if (View(LocalRange(attributes_[before].name)) == local) return false;
     }
+    expanded += size_t{attribute.name.whole.size} + attribute.value.size + 1;
+    if (attribute.name.prefixSize == 0) continue;
+    const std::string_view itsPrefix = Prefix(attribute.name);
+    const Binding* const its = FindBinding(itsPrefix);
+    if (its == nullptr && itsPrefix != "xml") return false;
+    expanded += its == nullptr ? kXmlNamespaceSize : its->uri.size;
   }
-  const std::string_view prefix = Prefix(element->name);
-  const Binding* const binding = FindBinding(prefix);
-  if (binding != nullptr) element->uri = binding->uri;
-  return binding != nullptr || prefix.empty();
+  if (expanded > kMaxExpanded - expanded_) return false;
+  expanded_ += expanded;
+  return true;
 }
 
 const PlainScanner::Binding* PlainScanner::FindBinding(std::string_view prefix) const {

@@ -1,7 +1,7 @@
-// Tags of XML as programs write it: UTF-8, elements in elements, attributes without line breaks and
-// references. It takes only what it can tell to be well-formed with namespaces; everything else
-// (comments, processing instructions, document types, faults) it leaves to a full parser, so that
-// what it delivers is what that would.
+// Tags of XML as programs write it: UTF-8, elements in elements, attributes without line breaks. It
+// takes only what it can tell to be well-formed with namespaces; everything else (comments,
+// processing instructions, document types, faults) it leaves to a full parser, so that what it
+// delivers is what that would.
 #ifndef FI_TOOLKIT_XML_PLAIN_SCANNER_H_
 #define FI_TOOLKIT_XML_PLAIN_SCANNER_H_
 
@@ -36,6 +36,7 @@ class PlainScanner {
   bool isEnd() const { return isEnd_; }
   std::string_view namespaceUri() const { return View(tag_.uri); }
   std::string_view localName() const { return View(LocalRange(tag_.name)); }
+  // As it is written: there may be references in it, to characters and the five built-in entities.
   std::optional<std::string_view> Attribute(std::string_view localName) const;
 
   // The tag as it is written; values of attributes are part of it, with a quote behind each.
@@ -66,7 +67,7 @@ class PlainScanner {
   class Cursor;
 
   // What programs write stays below; beyond, a document counts as not plain.
-  static constexpr size_t kMaxDepth = 32;
+  static constexpr size_t kMaxDepth = 64;
   static constexpr size_t kMaxBindings = 64;
   static constexpr size_t kMaxAttributes = 32;
 
@@ -88,7 +89,7 @@ class PlainScanner {
   bool TakeEndTag(Cursor* cursor);
   bool TakeStartTag(Cursor* cursor);
   bool Declare(Range prefix, Range uri);
-  bool Resolve(Element* element) const;
+  bool Resolve(Element* element);
   const Binding* FindBinding(std::string_view prefix) const;
   void Leave();
 
@@ -102,6 +103,7 @@ class PlainScanner {
 
   // Those of elements that are open, and of the tag that is being read.
   size_t depth_ = 0;
+  size_t expanded_ = 0;  // bytes of names and values, with namespaces written out, or a bit more
   uint32_t bindingCount_ = 0;
   uint32_t attributeCount_ = 0;
   std::array<Element, kMaxDepth> elements_;

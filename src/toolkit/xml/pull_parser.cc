@@ -1,11 +1,36 @@
 #include "toolkit/xml/pull_parser.h"
 
 #include <algorithm>
+#include <charconv>
 #include <new>
+#include <utility>
 
 #include "platform/io.h"
+#include "toolkit/text/utf16.h"
 
 namespace fi::xml {
+namespace {
+
+// Writes the character that `name` stands for, without "&" and ";", and returns its size.
+size_t DecodeReference(std::string_view name, char* out) {
+  uint32_t character = 0;
+  if (name.front() == '#') {
+    const bool isHex = name[1] == 'x';
+    std::from_chars(name.data() + (isHex ? 2 : 1), name.data() + name.size(), character,
+                    isHex ? 16 : 10);
+  } else {
+    constexpr std::pair<std::string_view, char> kEntities[] = {
+        {"amp", '&'}, {"apos", '\''}, {"gt", '>'}, {"lt", '<'}, {"quot", '"'}};
+    for (const auto& [entity, meant] : kEntities) {
+      if (entity == name) character = static_cast<uint32_t>(meant);
+    }
+  }
+  const auto unit = static_cast<char16_t>(character);  // none lies beyond the first plane
+  size_t size = 0;
+  return NarrowUtf16({&unit, 1}, out, 3, &size) ? size : 0;
+}
+
+}  // namespace
 
 PullParser::PullParser(IOHandle* handle, uint32_t firstChunk, uint32_t largestChunk)
     : handle_(handle), firstChunk_(firstChunk), largestChunk_(largestChunk), chunk_(firstChunk) {}
@@ -26,6 +51,33 @@ PullParser::Result PullParser::Next() {
   return result_ = expat_->Next();
 }
 
+std::optional<std::string_view> PullParser::Attribute(std::string_view localName, size_t* place) {
+  const auto value = tagIsPlain_ ? plain_.Attribute(localName) : expat_->Attribute(localName);
+  if (!value.has_value()) return std::nullopt;
+  const auto at = static_cast<size_t>(value->data() - TagText().data());
+  if (place != nullptr) *place = at;
+  const bool isCoded = tagIsPlain_ && value->find('&') != std::string_view::npos;
+  return isCoded ? Decoded(*value, at) : value;
+}
+
+// The scanner has checked the references. What they stand for is never longer than they are.
+std::optional<std::string_view> PullParser::Decoded(std::string_view value, size_t place) {
+  if (!decoded_.Resize(TagSize())) return std::nullopt;
+  char* const begin = decoded_.data() + place;
+  char* out = begin;
+  while (!value.empty()) {
+    if (value.front() != '&') {
+      *out++ = value.front();
+      value.remove_prefix(1);
+      continue;
+    }
+    const size_t end = value.find(';');
+    out += DecodeReference(value.substr(1, end - 1), out);
+    value.remove_prefix(end + 1);
+  }
+  return std::string_view(begin, static_cast<size_t>(out - begin));
+}
+
 std::string_view PullParser::Content() {
   while (expat_ == nullptr && result_ == Result::kTag) {
     std::string_view text;
@@ -40,7 +92,7 @@ std::string_view PullParser::Content() {
 // when the result tells why there is no going on.
 bool PullParser::GoOn(PlainScanner::Step step) {
   const size_t size = document_.size() == 0 ? 0 : document_.size() - 1;
-  if (step == PlainScanner::Step::kMore && !isWhole_ && size < kMaxPlain) return ReadMore(size);
+  if (step == PlainScanner::Step::kMore && !isWhole_ && size < kMaxDocument) return ReadMore(size);
   expat_.reset(new (std::nothrow)
                    ExpatParser({document_.data(), size}, handle_, firstChunk_, largestChunk_));
   if (expat_ == nullptr) result_ = Result::kNoMemory;
@@ -49,7 +101,7 @@ bool PullParser::GoOn(PlainScanner::Step step) {
 }
 
 bool PullParser::ReadMore(size_t size) {
-  const uint32_t most = std::min(chunk_, static_cast<uint32_t>(kMaxPlain - size));
+  const uint32_t most = std::min(chunk_, static_cast<uint32_t>(kMaxDocument - size));
   chunk_ = std::min(chunk_ * 2, largestChunk_);
   if (!document_.Resize(size + most + 1)) {
     result_ = Result::kNoMemory;

@@ -41,19 +41,18 @@ class PullParser {
     return tagIsPlain_ ? plain_.localName() : expat_->localName();
   }
 
-  // The value of the first attribute of that local name.
-  std::optional<std::string_view> Attribute(std::string_view localName) const {
-    return tagIsPlain_ ? plain_.Attribute(localName) : expat_->Attribute(localName);
-  }
-
-  // A text that the values of the tag's attributes point into, each with a byte behind it.
-  std::string_view TagText() const { return tagIsPlain_ ? plain_.TagText() : expat_->TagText(); }
+  // The value of the first attribute of that local name. `*place`, where it is not null, is where
+  // it has a place of its own of at least its size and one byte more, among TagSize() bytes.
+  std::optional<std::string_view> Attribute(std::string_view localName, size_t* place = nullptr);
+  size_t TagSize() const { return TagText().size(); }
 
   // The character data between this tag and the next one, of which the first kMaxContent bytes are
   // kept: the last character may be cut. Valid until the next call of Next.
   std::string_view Content();
 
  private:
+  std::string_view TagText() const { return tagIsPlain_ ? plain_.TagText() : expat_->TagText(); }
+  std::optional<std::string_view> Decoded(std::string_view value, size_t place);
   bool GoOn(PlainScanner::Step step);
   bool ReadMore(size_t size);
 
@@ -66,6 +65,7 @@ class PullParser {
   uint32_t delivered_ = 0;        // tags of the scanner
   Result result_ = Result::kTag;  // other: the answer of Next from now on
   GrowingArray<char> document_;   // with a NUL behind it
+  GrowingArray<char> decoded_;    // values that held references, each at its place
   PlainScanner plain_;
   std::unique_ptr<ExpatParser> expat_;  // once it has taken over
 };
