@@ -19,10 +19,10 @@ size_t DecodeReference(std::string_view name, char* out) {
     std::from_chars(name.data() + (isHex ? 2 : 1), name.data() + name.size(), character,
                     isHex ? 16 : 10);
   } else {
-    constexpr std::pair<std::string_view, char> kEntities[] = {
-        {"amp", '&'}, {"apos", '\''}, {"gt", '>'}, {"lt", '<'}, {"quot", '"'}};
+    constexpr std::pair<std::string_view, char32_t> kEntities[] = {
+        {"amp", U'&'}, {"apos", U'\''}, {"gt", U'>'}, {"lt", U'<'}, {"quot", U'"'}};
     for (const auto& [entity, meant] : kEntities) {
-      if (entity == name) character = static_cast<uint32_t>(meant);
+      if (entity == name) character = meant;
     }
   }
   const auto unit = static_cast<char16_t>(character);  // none lies beyond the first plane
