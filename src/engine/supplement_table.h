@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 150;
+inline constexpr size_t kSupplementRows = 149;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 2893;
+inline constexpr size_t kSupplementTableSize = 2778;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;
