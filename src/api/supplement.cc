@@ -8,6 +8,7 @@
 #include "probes/buffered_scan.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
+#include "probes/text_formats/text_formats.h"
 
 namespace fi {
 namespace {
@@ -41,8 +42,13 @@ SupplementAnswer AskSupplementSignatures(SignatureRun& run) {
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
   switch (id) {
     case kFormatUnknown:
-      return run.isStorage ? Content(ProbeUnknownStorage(run.stream, run.classId))
-                           : SupplementAnswer{};
+      if (run.isStorage) return Content(ProbeUnknownStorage(run.stream, run.classId));
+      [[fallthrough]];
+    case kFormatPlainUtf16Text:
+    case kFormatPlainAsciiText:
+    case kFormatPlainCodePageText:
+    case kFormatPlainUtf8Text:
+      return Content(TextFormatProbe(run.stream, run.extension.data()));
     case kFormatOutlookMessage:
     case kFormatOutlookItemTemplate:
       return Content(MapWideMessageClass(run.stream, id));

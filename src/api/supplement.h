@@ -25,8 +25,8 @@ bool IsGeneralAnswer(FormatId id);
 SupplementAnswer AskSupplementSignatures(SignatureRun& run);
 
 // Asks the probes that look into what `id` stands for: storages of an unknown kind, message items
-// whose class is not told. No answer for every other identifier. The stream and the handle are left
-// anywhere.
+// whose class is not told, text, and what may be text in part. No answer for every other
+// identifier. The stream and the handle are left anywhere.
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
 
 // Whether the file's first bytes show that it is no text of 8-bit characters.

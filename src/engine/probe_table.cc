@@ -13,16 +13,21 @@
 #include "probes/archive/zstandard.h"
 #include "probes/content/afp.h"
 #include "probes/content/card_calendar.h"
+#include "probes/content/chat_log.h"
 #include "probes/content/dif.h"
+#include "probes/content/dxf_text.h"
 #include "probes/content/encoded_text.h"
 #include "probes/content/eps_preview.h"
 #include "probes/content/escape_sequence.h"
 #include "probes/content/executable.h"
 #include "probes/content/header_checksum.h"
 #include "probes/content/high_byte_density.h"
+#include "probes/content/hpgl.h"
+#include "probes/content/link_text.h"
 #include "probes/content/mail.h"
 #include "probes/content/marker_sequence.h"
 #include "probes/content/pcapng.h"
+#include "probes/content/pdf_header.h"
 #include "probes/content/pict.h"
 #include "probes/content/printer_data.h"
 #include "probes/content/ptf_header.h"
@@ -33,10 +38,12 @@
 #include "probes/content/torrent.h"
 #include "probes/content/version_digit.h"
 #include "probes/content/versioned_6100.h"
+#include "probes/content/word_perfect_42.h"
 #include "probes/content/word_pro.h"
 #include "probes/content/works_mac.h"
 #include "probes/content/worksheet_version.h"
 #include "probes/content/x_bitmap.h"
+#include "probes/content/x_pixmap.h"
 #include "probes/database/columnar.h"
 #include "probes/database/dbase.h"
 #include "probes/database/hdf5.h"
@@ -50,6 +57,8 @@
 #include "probes/image/jpeg.h"
 #include "probes/image/macpaint.h"
 #include "probes/image/xwd.h"
+#include "probes/markup/markup.h"
+#include "probes/markup/message_history.h"
 #include "probes/media/ac3.h"
 #include "probes/media/adts.h"
 #include "probes/media/asf.h"
@@ -90,8 +99,11 @@ FormatId OfStream(const ProbeCall& call) {
 // keep their rows: a code without one changes how a program goes on behind it.
 FormatId NoProbe(const ProbeCall& /*call*/) { return kNoMatch; }
 
-// The five bytes that lead here are proof enough; this code never answers no match.
-FormatId RichText(const ProbeCall& /*call*/) { return kFormatRichText; }
+// What leads here is proof enough: five bytes of Rich Text, the namespace of Domino XML.
+template <FormatId id>
+FormatId Settled(const ProbeCall& /*call*/) {
+  return id;
+}
 
 // The code is the format that the storage's class stands for.
 FormatId PerfectOfficeMain(const ProbeCall& call) {
@@ -102,6 +114,10 @@ FormatId MessageClass(const ProbeCall& call) { return MapMessageClass(call.run.s
 
 FormatId Mail(const ProbeCall& call) {
   return MailProbe(call.run.stream, call.run.extension.data());
+}
+
+FormatId HpGl(const ProbeCall& call) {
+  return HpGlProbe(call.run.stream, call.run.extension.data());
 }
 
 FormatId Classifier(const ProbeCall& call) {
@@ -123,18 +139,19 @@ FormatId MarkerSequence(const ProbeCall& call) {
 
 // Sorted by code, for the search below.
 constexpr ProbeEntry kProbes[] = {
-    {1003, NoProbe},
-    {1007, NoProbe},
+    {1003, NoProbe},  // WordStar up to version 4 has no header, and high bits mark its words as
+                      // they do others
+    {1007, NoProbe},  // of which word processor is not known
     {1010, OfStream<HeaderChecksumProbe>},
-    {1018, NoProbe},
+    {1018, NoProbe},  // of which word processor is not known
     {1019, OfStream<EscapeSequenceProbe>},
-    {1020, NoProbe},
+    {1020, NoProbe},  // of which word processor is not known
     {1021, MarkerSequence<120>},
-    {1023, NoProbe},
-    {1025, NoProbe},
-    {1028, RichText},
-    {1034, NoProbe},
-    {1041, NoProbe},
+    {1023, OfStream<WordPerfect42Probe>},
+    {1025, NoProbe},  // of which word processor is not known
+    {1028, Settled<kFormatRichText>},
+    {1034, NoProbe},  // of which word processor, of the Macintosh perhaps, is not known
+    {1041, NoProbe},  // of which word processor is not known
     {1057, OfStream<HighByteDensityProbe>},
     {1077, MarkerSequence<118>},
     {1082, OfStream<ProbeLegacyDocument>},
@@ -144,16 +161,16 @@ constexpr ProbeEntry kProbes[] = {
     {1146, OfStream<ProbeWordFib>},
     {1168, OfStream<VersionDigitProbe>},
     {1187, Mail},
-    {1190, NoProbe},
-    {1201, NoProbe},
-    {1206, NoProbe},
-    {1210, NoProbe},
-    {1212, NoProbe},
-    {1213, NoProbe},
+    {1190, OfStream<MarkupProbe>},
+    {1201, NoProbe},  // which database format is meant is not known
+    {1206, NoProbe},  // which database format is meant is not known
+    {1210, NoProbe},  // R:BASE: no description of its header is public
+    {1212, NoProbe},  // which database format is meant is not known
+    {1213, NoProbe},  // R:BASE, the other form: no description of its header is public
     {1224, OfStream<ProbeNumberedStorages>},
     {1311, MessageClass},
-    {1341, NoProbe},
-    {1342, NoProbe},
+    {1341, OfStream<ChatLogProbe>},
+    {1342, OfStream<MessageHistoryProbe>},
     {1416, OfStream<WorksheetVersionProbe>},
     {1417, OfStream<WorksMacProbe>},
     {1445, OfStream<ProbeNativeContentMain>},
@@ -164,20 +181,20 @@ constexpr ProbeEntry kProbes[] = {
     {1472, OfStream<DifProbe>},
     {1504, OfStream<EpsPreviewProbe>},
     {1505, OfStream<CgmProbe>},
-    {1515, NoProbe},
+    {1515, NoProbe},  // which bitmap without a signature is meant is not known
     {1518, OfStream<MacPaintProbe>},
-    {1528, NoProbe},
+    {1528, NoProbe},  // which image format is meant is not known
     {1535, OfStream<JpegProbe>},
-    {1544, NoProbe},
-    {1557, NoProbe},
-    {1569, NoProbe},
-    {1570, NoProbe},
+    {1544, OfStream<DxfTextProbe>},
+    {1557, OfStream<PdfHeaderProbe>},
+    {1569, NoProbe},  // a graphic in a storage; which streams it has is not known
+    {1570, NoProbe},  // a graphic in a storage; which streams it has is not known
     {1571, OfStream<XBitmapProbe>},
-    {1572, NoProbe},
+    {1572, OfStream<XPixmapProbe>},
     {1575, OfStream<XwdProbe>},
     {1579, OfStream<ProbeDesignerDoc>},
-    {1580, NoProbe},
-    {1588, NoProbe},
+    {1580, HpGl},
+    {1588, NoProbe},  // which image format is meant is not known
     {1597, OfStream<ProbeVisioDocument>},
     {1601, OfStream<RecordTripletProbe>},
     {1631, OfStream<ProbeVisioDocument>},
@@ -192,14 +209,14 @@ constexpr ProbeEntry kProbes[] = {
     {1730, OfStream<OggProbe>},
     {1802, NoProbe},
     {1803, OfStream<TarProbe>},
-    {1807, NoProbe},
+    {1807, NoProbe},  // which kind of compound file is meant is not known
     {1814, OfStream<ExecutableProbe>},
     {1820, OfStream<CabinetProbe>},
     {1999, Classifier},
-    {2007, NoProbe},
+    {2007, Settled<kFormatDominoXml>},
     {2202, OfStream<ProbeContentsStream>},
-    {2233, NoProbe},
-    {2400, NoProbe},
+    {2233, NoProbe},  // which kind of drawing is meant is not known
+    {2400, OfStream<LinkTextProbe>},
     {2404, Font},
     {2405, OfStream<FontCollectionProbe>},
     {2406, Font},
@@ -248,9 +265,9 @@ constexpr ProbeEntry kProbes[] = {
     {6106, OfStream<EnCaseLx01Probe>},
     {6108, OfStream<EnCaseE01Probe>},
     {6200, OfStream<PtfHeaderProbe>},
-    {6201, NoProbe},
-    {6202, NoProbe},
-    {6203, NoProbe},
+    {6201, NoProbe},  // which XML vocabulary is meant is not known
+    {6202, NoProbe},  // which XML vocabulary is meant is not known
+    {6203, NoProbe},  // which XML vocabulary is meant is not known
 };
 
 constexpr bool IsSorted() {

@@ -1,5 +1,5 @@
-// Windows cabinets ([MS-CAB]): a header of 36 bytes, then entries of folders and of files, whose names
-// are not compressed. Form templates of InfoPath are cabinets with a manifest.
+// Windows cabinets ([MS-CAB]): a header of 36 bytes, then entries of folders and of files, whose
+// names are not compressed. Form templates of InfoPath are cabinets with a manifest.
 #ifndef FI_PROBES_ARCHIVE_CABINET_H_
 #define FI_PROBES_ARCHIVE_CABINET_H_
 

@@ -1,5 +1,5 @@
-// cpio archives: a header in hexadecimal (POSIX "newc", with or without checksums), octal or binary words
-// of either order, then the name of the first member.
+// cpio archives: a header in hexadecimal (POSIX "newc", with or without checksums), octal or binary
+// words of either order, then the name of the first member.
 #ifndef FI_PROBES_ARCHIVE_CPIO_H_
 #define FI_PROBES_ARCHIVE_CPIO_H_
 

@@ -16,7 +16,8 @@ using Trailer = FileBytes<16>;
 
 bool IsVolumeDescriptor(uint8_t type) { return type <= 3 || type == 255; }
 
-// Volumes of UDF alone have, between their own marks, a descriptor whose last digit is the revision.
+// Volumes of UDF alone have, between their own marks, a descriptor whose last digit is the
+// revision.
 bool HasUdfDescriptor(IdentificationStream* stream) {
   constexpr uint32_t kSectors = 2;
   for (uint32_t i = 1; i <= kSectors; ++i) {
@@ -59,8 +60,7 @@ FormatId AppleDiskImageProbe(IdentificationStream* stream) {
 FormatId VirtualHardDiskProbe(IdentificationStream* stream) {
   const uint64_t size = FileSize(stream);
   if (size < kTrailerSize) return kNoMatch;
-  const bool matches =
-      IsVhdTrailer(Trailer(stream, 0)) || IsVhdTrailer(ReadTrailer(stream, size));
+  const bool matches = IsVhdTrailer(Trailer(stream, 0)) || IsVhdTrailer(ReadTrailer(stream, size));
   return matches ? kFormatVhd : kNoMatch;
 }
 

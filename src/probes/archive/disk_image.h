@@ -1,5 +1,5 @@
-// Images of discs and disks, whose marks stand far from the start: optical discs at sector 16 (ECMA-119,
-// ECMA-167), disk images of Apple and of virtual machines in a trailer of 512 bytes.
+// Images of discs and disks, whose marks stand far from the start: optical discs at sector 16
+// (ECMA-119, ECMA-167), disk images of Apple and of virtual machines in a trailer of 512 bytes.
 #ifndef FI_PROBES_ARCHIVE_DISK_IMAGE_H_
 #define FI_PROBES_ARCHIVE_DISK_IMAGE_H_
 

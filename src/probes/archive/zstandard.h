@@ -1,5 +1,5 @@
-// Zstandard data (RFC 8878): frames, before which others may stand that a reader skips. Those are common
-// to it and LZ4.
+// Zstandard data (RFC 8878): frames, before which others may stand that a reader skips. Those are
+// common to it and LZ4.
 #ifndef FI_PROBES_ARCHIVE_ZSTANDARD_H_
 #define FI_PROBES_ARCHIVE_ZSTANDARD_H_
 

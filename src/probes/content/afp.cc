@@ -25,8 +25,7 @@ bool IsField(const Introducer& field) {
 FormatId AfpProbe(IdentificationStream* stream) {
   const Introducer first(stream, 0);
   const uint32_t length = first.WordBE(1);
-  if (!IsField(first) || length < kShortestBegin || first.Byte(4) != kBegin ||
-      first.Byte(6) != 0) {
+  if (!IsField(first) || length < kShortestBegin || first.Byte(4) != kBegin || first.Byte(6) != 0) {
     return kNoMatch;
   }
   const Introducer second(stream, int64_t{1} + length);

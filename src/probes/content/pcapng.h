@@ -1,5 +1,5 @@
-// Captures of network traffic (draft-ietf-opsawg-pcapng): blocks of a type and a length, of which the
-// first is a section header with a mark of the byte order.
+// Captures of network traffic (draft-ietf-opsawg-pcapng): blocks of a type and a length, of which
+// the first is a section header with a mark of the byte order.
 #ifndef FI_PROBES_CONTENT_PCAPNG_H_
 #define FI_PROBES_CONTENT_PCAPNG_H_
 

@@ -9,7 +9,9 @@ namespace fi {
 namespace {
 
 constexpr std::string_view kExit = "\x1B%-12345X";
-constexpr std::string_view kReset = "\x1B" "E\x1B";
+constexpr std::string_view kReset =
+    "\x1B"
+    "E\x1B";
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Data for printers: jobs in PJL begin with the universal exit sequence and the first command, PCL with a
-// reset and another escape sequence.
+// Data for printers: jobs in PJL begin with the universal exit sequence and the first command, PCL
+// with a reset and another escape sequence.
 #ifndef FI_PROBES_CONTENT_PRINTER_DATA_H_
 #define FI_PROBES_CONTENT_PRINTER_DATA_H_
 

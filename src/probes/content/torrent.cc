@@ -8,14 +8,14 @@
 namespace fi {
 namespace {
 
-// Keys that may come first, and the character that begins their value: "s" stands for the digit of a
-// string's length.
+// Keys that may come first, and the character that begins their value: "s" stands for the digit of
+// a string's length.
 constexpr struct {
   std::string_view key;
   char value;
 } kFirstKeys[] = {
-    {"8:announce", 's'},    {"13:announce-list", 'l'}, {"4:info", 'd'},
-    {"7:comment", 's'},     {"10:created by", 's'},    {"13:creation date", 'i'},
+    {"8:announce", 's'}, {"13:announce-list", 'l'}, {"4:info", 'd'},
+    {"7:comment", 's'},  {"10:created by", 's'},    {"13:creation date", 'i'},
 };
 
 }  // namespace

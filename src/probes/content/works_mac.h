@@ -1,5 +1,5 @@
-// Spreadsheets of Microsoft Works for Macintosh, versions 1 and 2: a version, then a word for the kind
-// of document in a header that is mostly zeros.
+// Spreadsheets of Microsoft Works for Macintosh, versions 1 and 2: a version, then a word for the
+// kind of document in a header that is mostly zeros.
 #ifndef FI_PROBES_CONTENT_WORKS_MAC_H_
 #define FI_PROBES_CONTENT_WORKS_MAC_H_
 

@@ -37,9 +37,9 @@ FormatId OrcProbe(IdentificationStream* stream) {
 FormatId AvroProbe(IdentificationStream* stream) {
   constexpr size_t kMetadata = 512;
   const FileBytes<kMetadata> head(stream, 0);
-  const bool matches = head.Holds(0, "Obj\x01") &&
-                       (head.View().find("avro.schema") != std::string_view::npos ||
-                        head.View().find("avro.codec") != std::string_view::npos);
+  const bool matches =
+      head.Holds(0, "Obj\x01") && (head.View().find("avro.schema") != std::string_view::npos ||
+                                   head.View().find("avro.codec") != std::string_view::npos);
   return matches ? kFormatApacheAvro : kNoMatch;
 }
 

@@ -1,5 +1,5 @@
-// Column-wise and record files of the Apache projects, which begin, and but for Avro also end, with a
-// mark of letters.
+// Column-wise and record files of the Apache projects, which begin, and but for Avro also end, with
+// a mark of letters.
 #ifndef FI_PROBES_DATABASE_COLUMNAR_H_
 #define FI_PROBES_DATABASE_COLUMNAR_H_
 

@@ -9,9 +9,9 @@ namespace fi {
 namespace {
 
 constexpr size_t kFieldOffset = 32;
-constexpr size_t kNameSize = 11;  // its NUL included
+constexpr size_t kNameSize = 11;                          // its NUL included
 constexpr size_t kTypeOffset = kFieldOffset + kNameSize;  // of the first field
-constexpr uint32_t kShortestHeader = 65;  // one field, and a byte behind the last
+constexpr uint32_t kShortestHeader = 65;                  // one field, and a byte behind the last
 
 constexpr std::string_view kVersions =
     "\x02\x03\x04\x05\x30\x31\x32\x43\x63\x7B\x83\x8B\x8E\xCB\xE5\xF5\xFB";
@@ -45,8 +45,7 @@ bool IsField(const Header& header, size_t at) {
 
 bool IsVersion2(const Header& header, uint64_t fileSize) {
   const uint32_t record = header.WordLE(6);
-  return record >= 2 && record <= kLongestRecord2 &&
-         IsField(header, kFieldOffset2) &&
+  return record >= 2 && record <= kLongestRecord2 && IsField(header, kFieldOffset2) &&
          kHeaderSize2 + uint64_t{header.WordLE(1)} * record <= fileSize;
 }
 

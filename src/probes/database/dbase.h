@@ -1,5 +1,5 @@
-// Tables of dBASE, FoxPro and their kin: a header of 32 bytes with the date of the last change and the
-// sizes of header and record, then a description of 32 bytes for each field.
+// Tables of dBASE, FoxPro and their kin: a header of 32 bytes with the date of the last change and
+// the sizes of header and record, then a description of 32 bytes for each field.
 #ifndef FI_PROBES_DATABASE_DBASE_H_
 #define FI_PROBES_DATABASE_DBASE_H_
 

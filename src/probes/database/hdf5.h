@@ -1,5 +1,5 @@
-// HDF5 data (HDF5 File Format Specification): a superblock, before which a block of the user may stand
-// whose size is 512 bytes or a power of two above.
+// HDF5 data (HDF5 File Format Specification): a superblock, before which a block of the user may
+// stand whose size is 512 bytes or a power of two above.
 #ifndef FI_PROBES_DATABASE_HDF5_H_
 #define FI_PROBES_DATABASE_HDF5_H_
 

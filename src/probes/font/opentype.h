@@ -1,5 +1,5 @@
-// OpenType fonts beyond the plain TrueType file: collections, which list the places of their fonts, and
-// fonts with outlines in the Compact Font Format.
+// OpenType fonts beyond the plain TrueType file: collections, which list the places of their fonts,
+// and fonts with outlines in the Compact Font Format.
 #ifndef FI_PROBES_FONT_OPENTYPE_H_
 #define FI_PROBES_FONT_OPENTYPE_H_
 

@@ -99,8 +99,8 @@ FormatId AnymapProbe(IdentificationStream* stream) {
   const FileBytes<kMaxHeader> file(stream, 0);
   const std::string_view bytes = file.View();
   if (bytes.size() < 3 || bytes[1] < '1' || bytes[1] > '7' || !IsBlank(bytes[2])) return kNoMatch;
-  const bool matches = bytes[1] == '7' ? bytes.find("\nWIDTH ") != std::string_view::npos
-                                       : IsAnymap(stream, bytes);
+  const bool matches =
+      bytes[1] == '7' ? bytes.find("\nWIDTH ") != std::string_view::npos : IsAnymap(stream, bytes);
   return matches ? kFormatPortableAnymap : kNoMatch;
 }
 

@@ -1,5 +1,5 @@
-// Portable anymaps (PBM, PGM, PPM and PAM of Netpbm): "P" and a digit, then the size of the picture as
-// decimal numbers between white space and comments, then the samples.
+// Portable anymaps (PBM, PGM, PPM and PAM of Netpbm): "P" and a digit, then the size of the picture
+// as decimal numbers between white space and comments, then the samples.
 #ifndef FI_PROBES_IMAGE_ANYMAP_H_
 #define FI_PROBES_IMAGE_ANYMAP_H_
 

@@ -1,5 +1,6 @@
-// Computer Graphics Metafiles (ISO/IEC 8632): binary, which begin with the elements "begin metafile"
-// and "metafile version", or clear text, which begin with the word BEGMF and a name in quotes.
+// Computer Graphics Metafiles (ISO/IEC 8632): binary, which begin with the elements "begin
+// metafile" and "metafile version", or clear text, which begin with the word BEGMF and a name in
+// quotes.
 #ifndef FI_PROBES_IMAGE_CGM_H_
 #define FI_PROBES_IMAGE_CGM_H_
 

@@ -26,8 +26,7 @@ bool IsDepth(uint32_t bits) {
 bool IsEntry(const Directory& directory, size_t at, Kind kind, uint64_t first, uint64_t fileSize) {
   if (!directory.Has(at, kEntrySize) || directory.Byte(at + 3) != 0) return false;
   // A cursor has its hot spot where an icon has planes and bits.
-  if (kind == Kind::kIcon &&
-      (directory.WordLE(at + 4) > 1 || !IsDepth(directory.WordLE(at + 6)))) {
+  if (kind == Kind::kIcon && (directory.WordLE(at + 4) > 1 || !IsDepth(directory.WordLE(at + 6)))) {
     return false;
   }
   const uint64_t size = directory.DwordLE(at + 8);

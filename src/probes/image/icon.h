@@ -1,5 +1,5 @@
-// Windows icons and cursors: a number of images and a directory entry of 16 bytes for each, with the
-// place and the size of its data. What tells them apart is a word at 2.
+// Windows icons and cursors: a number of images and a directory entry of 16 bytes for each, with
+// the place and the size of its data. What tells them apart is a word at 2.
 #ifndef FI_PROBES_IMAGE_ICON_H_
 #define FI_PROBES_IMAGE_ICON_H_
 

@@ -16,8 +16,8 @@ constexpr uint32_t kShortestFrameLs = 11;
 
 // Segments that may come first: frame headers, tables, restart interval, application data, comment.
 bool MayComeFirst(uint8_t marker) {
-  return (marker >= 0xC0 && marker <= 0xCF && marker != 0xC8) || marker == 0xDB ||
-         marker == 0xDD || (marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE;
+  return (marker >= 0xC0 && marker <= 0xCF && marker != 0xC8) || marker == 0xDB || marker == 0xDD ||
+         (marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// JPEG (ITU-T T.81) and JPEG-LS (ITU-T T.87) images: the start of an image, then segments of a marker
-// and a length.
+// JPEG (ITU-T T.81) and JPEG-LS (ITU-T T.87) images: the start of an image, then segments of a
+// marker and a length.
 #ifndef FI_PROBES_IMAGE_JPEG_H_
 #define FI_PROBES_IMAGE_JPEG_H_
 

@@ -27,10 +27,10 @@ bool IsX10(const Header& header) {
 
 bool IsX11(const Header& header) {
   return header.DwordBE(0) >= kHeader11Size && header.DwordBE(0) <= kMostHeader &&
-         header.DwordBE(4) == 7 && header.DwordBE(8) <= kMaxFormat &&
-         IsDepth(header.DwordBE(12)) && IsExtent(header.DwordBE(16)) &&
-         IsExtent(header.DwordBE(20)) && header.DwordBE(28) <= 1 && IsUnit(header.DwordBE(32)) &&
-         header.DwordBE(36) <= 1 && IsUnit(header.DwordBE(40)) && IsDepth(header.DwordBE(44));
+         header.DwordBE(4) == 7 && header.DwordBE(8) <= kMaxFormat && IsDepth(header.DwordBE(12)) &&
+         IsExtent(header.DwordBE(16)) && IsExtent(header.DwordBE(20)) && header.DwordBE(28) <= 1 &&
+         IsUnit(header.DwordBE(32)) && header.DwordBE(36) <= 1 && IsUnit(header.DwordBE(40)) &&
+         IsDepth(header.DwordBE(44));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// AC-3 audio (ATSC A/52): frames one after the other, each with a sync word and a code from which its
-// length follows.
+// AC-3 audio (ATSC A/52): frames one after the other, each with a sync word and a code from which
+// its length follows.
 #ifndef FI_PROBES_MEDIA_AC3_H_
 #define FI_PROBES_MEDIA_AC3_H_
 

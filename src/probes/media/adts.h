@@ -1,5 +1,5 @@
-// Streams of AAC audio (ADTS, ISO/IEC 13818-7): frames one after the other, each with a header of seven
-// bytes that holds its length.
+// Streams of AAC audio (ADTS, ISO/IEC 13818-7): frames one after the other, each with a header of
+// seven bytes that holds its length.
 #ifndef FI_PROBES_MEDIA_ADTS_H_
 #define FI_PROBES_MEDIA_ADTS_H_
 

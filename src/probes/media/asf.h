@@ -1,4 +1,5 @@
-// Advanced Systems Format (Windows Media): a header object with a size and a number of objects inside.
+// Advanced Systems Format (Windows Media): a header object with a size and a number of objects
+// inside.
 #ifndef FI_PROBES_MEDIA_ASF_H_
 #define FI_PROBES_MEDIA_ASF_H_
 

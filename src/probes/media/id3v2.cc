@@ -19,8 +19,8 @@ int64_t TagSize(IdentificationStream* stream, int64_t at) {
   }
   const uint32_t size = header.DwordBE(6);  // seven bits in each byte
   if ((size & 0x80808080) != 0) return 0;
-  const int64_t frames = (size >> 24 << 21) | (size >> 16 & 0x7F) << 14 | (size >> 8 & 0x7F) << 7 |
-                         (size & 0x7F);
+  const int64_t frames =
+      (size >> 24 << 21) | (size >> 16 & 0x7F) << 14 | (size >> 8 & 0x7F) << 7 | (size & 0x7F);
   return kHeaderSize + frames + ((header.Byte(5) & kHasFooter) != 0 ? kHeaderSize : 0);
 }
 

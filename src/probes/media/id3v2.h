@@ -1,5 +1,5 @@
-// ID3v2 tags (id3.org, versions 2.2 to 2.4): ten bytes with a version and a size, which stand with their
-// frames before the audio data.
+// ID3v2 tags (id3.org, versions 2.2 to 2.4): ten bytes with a version and a size, which stand with
+// their frames before the audio data.
 #ifndef FI_PROBES_MEDIA_ID3V2_H_
 #define FI_PROBES_MEDIA_ID3V2_H_
 

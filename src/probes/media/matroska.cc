@@ -18,8 +18,9 @@ constexpr size_t kMaxHeader = 256;
 
 using Header = FileBytes<kMaxHeader>;
 
-// Reads a number of 1 to `longest` bytes, of which the leading zeros of the first tell how many, and
-// moves `pos` behind it. The bit that ends these zeros is part of an identifier, but not of a size.
+// Reads a number of 1 to `longest` bytes, of which the leading zeros of the first tell how many,
+// and moves `pos` behind it. The bit that ends these zeros is part of an identifier, but not of a
+// size.
 bool ReadNumber(const Header& header, size_t longest, bool isSize, size_t& pos, uint64_t& value) {
   const uint8_t first = header.Byte(pos);
   const auto length = static_cast<size_t>(std::countl_zero(first)) + 1;

@@ -34,14 +34,17 @@ uint32_t FrameLength(uint32_t header) {
   const bool isVersion1 = version == kVersion1;
   const uint32_t row = isVersion1 ? layer - 1 : (layer == 1 ? 3 : 4);
   const uint32_t bits = kBitRates[row][header >> 12 & 15] * 1000u;
-  const uint32_t rate = kSamplingRates[sampling] >> (isVersion1 ? 0 : version == kVersion25 ? 2 : 1);
+  const uint32_t rate = kSamplingRates[sampling] >> (isVersion1              ? 0
+                                                     : version == kVersion25 ? 2
+                                                                             : 1);
   const uint32_t padding = header >> 9 & 1;
   if (bits == 0) return 0;
   if (layer == 1) return (12 * bits / rate + padding) * 4;
   return (layer == 3 && !isVersion1 ? 72 : 144) * bits / rate + padding;
 }
 
-// Frames of one kind in a row from `at` on, counted up to kFrames. The data may end behind the last.
+// Frames of one kind in a row from `at` on, counted up to kFrames. The data may end behind the
+// last.
 struct Chain {
   uint32_t frames = 0;
   bool atEnd = false;
@@ -92,7 +95,8 @@ FormatId TaggedAudioProbe(IdentificationStream* stream) {
   if (start == 0) return kNoMatch;
   const FileBytes<8> data(stream, start);
   constexpr uint32_t kStreamInfoSize = 34;
-  if (data.Holds(0, "fLaC") && (data.DwordBE(4) & 0x7FFFFFFF) == kStreamInfoSize) return kFormatFlac;
+  if (data.Holds(0, "fLaC") && (data.DwordBE(4) & 0x7FFFFFFF) == kStreamInfoSize)
+    return kFormatFlac;
   if (HasAdtsFrames(stream, start)) return kFormatAac;
   const Chain chain = WalkFrames(stream, start);
   const bool matches = chain.frames > 1 || (chain.frames == 1 && chain.atEnd);

@@ -27,8 +27,8 @@ bool IsSequence(const Header& header) {
   const uint32_t extents = header.DwordBE(4) >> 8;  // 12 bits each
   const uint32_t aspect = header.Byte(7) >> 4;
   const uint32_t rate = header.Byte(7) & 0x0F;
-  return extents >> 12 > 0 && (extents & 0x0FFF) > 0 && aspect >= 1 && aspect <= kMaxAspect && rate >= 1 &&
-         rate <= kMaxRate && (header.Byte(10) & kMarker) != 0;
+  return extents >> 12 > 0 && (extents & 0x0FFF) > 0 && aspect >= 1 && aspect <= kMaxAspect &&
+         rate >= 1 && rate <= kMaxRate && (header.Byte(10) & kMarker) != 0;
 }
 
 }  // namespace
@@ -36,8 +36,8 @@ bool IsSequence(const Header& header) {
 FormatId MpegStreamProbe(IdentificationStream* stream) {
   const Header header(stream, 0);
   const uint8_t code = header.Byte(3);
-  const bool matches = (code == kPackCode && IsPack(header)) ||
-                       (code == kSequenceCode && IsSequence(header));
+  const bool matches =
+      (code == kPackCode && IsPack(header)) || (code == kSequenceCode && IsSequence(header));
   return matches ? kFormatMpegStream : kNoMatch;
 }
 

@@ -1,5 +1,5 @@
-// MPEG program streams (ISO/IEC 11172-1, 13818-1), which begin with a pack header, and video streams
-// (ISO/IEC 11172-2, 13818-2), which begin with a sequence header.
+// MPEG program streams (ISO/IEC 11172-1, 13818-1), which begin with a pack header, and video
+// streams (ISO/IEC 11172-2, 13818-2), which begin with a sequence header.
 #ifndef FI_PROBES_MEDIA_MPEG_STREAM_H_
 #define FI_PROBES_MEDIA_MPEG_STREAM_H_
 

@@ -34,10 +34,9 @@ struct Atom {
                        [this](std::string_view type) { return Is(type); });
   }
   bool IsMovie() const {
-    return Is("moov") && std::any_of(std::begin(kMovieChildren), std::end(kMovieChildren),
-                                     [this](std::string_view type) {
-                                       return bytes.Holds(headerSize + 4, type);
-                                     });
+    return Is("moov") &&
+           std::any_of(std::begin(kMovieChildren), std::end(kMovieChildren),
+                       [this](std::string_view type) { return bytes.Holds(headerSize + 4, type); });
   }
   bool Fits() const { return toEnd || (size >= headerSize && size <= room); }
 

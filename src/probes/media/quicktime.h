@@ -1,5 +1,5 @@
-// QuickTime movies without a file type (QuickTime File Format): atoms of a size and a type, of which one
-// holds the movie. Media data may stand before it.
+// QuickTime movies without a file type (QuickTime File Format): atoms of a size and a type, of
+// which one holds the movie. Media data may stand before it.
 #ifndef FI_PROBES_MEDIA_QUICKTIME_H_
 #define FI_PROBES_MEDIA_QUICKTIME_H_
 

@@ -19,7 +19,7 @@ constexpr struct {
   std::string_view form;
   FormatId id;
 } kForms[] = {
-    {"ACON", kFormatAnimatedCursor}, {"AVI ", kFormatAvi},   {"RMID", kFormatRiffMidi},
+    {"ACON", kFormatAnimatedCursor}, {"AVI ", kFormatAvi},  {"RMID", kFormatRiffMidi},
     {"sfbk", kFormatSoundFont},      {"WAVE", kFormatWave},
 };
 
@@ -29,8 +29,8 @@ FormatId IdOfForm(const Header& header) {
     if (header.Holds(kFormOffset, entry.form)) return entry.id;
   }
   if (header.Holds(kFormOffset, "WEBP")) {
-    const bool isImage = header.Holds(kChunkOffset, "VP8 ") ||
-                         header.Holds(kChunkOffset, "VP8L") || header.Holds(kChunkOffset, "VP8X");
+    const bool isImage = header.Holds(kChunkOffset, "VP8 ") || header.Holds(kChunkOffset, "VP8L") ||
+                         header.Holds(kChunkOffset, "VP8X");
     return isImage ? kFormatWebP : kFormatRiff;
   }
   // Of a drawing the fourth character is its version; CDRX is clip art.

@@ -1,5 +1,5 @@
-// RIFF files (Resource Interchange File Format): "RIFF", the size of what follows, and the type of the
-// form, which says what the file holds.
+// RIFF files (Resource Interchange File Format): "RIFF", the size of what follows, and the type of
+// the form, which says what the file holds.
 #ifndef FI_PROBES_MEDIA_RIFF_H_
 #define FI_PROBES_MEDIA_RIFF_H_
 
@@ -8,8 +8,8 @@
 
 namespace fi {
 
-// The identifier of the form where it has one, kFormatRiff for any other, or kNoMatch. REQUIRES: the
-// four letters have matched.
+// The identifier of the form where it has one, kFormatRiff for any other, or kNoMatch. REQUIRES:
+// the four letters have matched.
 FormatId RiffProbe(IdentificationStream* stream);
 
 }  // namespace fi

@@ -12,7 +12,7 @@ constexpr size_t kPacketSize = 188;
 constexpr size_t kTimeStampSize = 4;
 constexpr size_t kPackets = 5;
 
-using Packets = FileBytes<kPackets * (kPacketSize + kTimeStampSize)>;
+using Packets = FileBytes<kPackets*(kPacketSize + kTimeStampSize)>;
 
 bool HasPackets(const Packets& file, size_t first, size_t distance) {
   for (size_t i = 0; i < kPackets; ++i) {

@@ -1,5 +1,5 @@
-// MPEG transport streams (ISO/IEC 13818-1): packets of 188 bytes that begin with a sync byte; on Blu-ray
-// discs each has four bytes of a time stamp before it.
+// MPEG transport streams (ISO/IEC 13818-1): packets of 188 bytes that begin with a sync byte; on
+// Blu-ray discs each has four bytes of a time stamp before it.
 #ifndef FI_PROBES_MEDIA_TRANSPORT_STREAM_H_
 #define FI_PROBES_MEDIA_TRANSPORT_STREAM_H_
 
