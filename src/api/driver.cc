@@ -107,12 +107,17 @@ void Refine(SignatureRun& run, FormatId* idOut, FIEvidence* evidence) {
 // for, the supplement. Delimited text is a specific answer, which the supplement must leave alone;
 // but what begins like no text need not be read on to know that it is none.
 void IdentifyRest(SignatureRun& run, uint32_t behaviour, FormatId* idOut, FIEvidence* evidence) {
+  const bool asksFurther = (behaviour & kBehaviourSupplement) != 0;
   SupplementAnswer further;
-  if ((behaviour & kBehaviourSupplement) != 0) further = AskSupplementSignatures(run);
-  if (further && BeginsBinary(run.stream)) return Take(further, idOut, evidence);
+  if (asksFurther) {
+    further = AskSupplementSignatures(run);
+    // It also leaves the head of the file in the stream's buffer, where the fallback looks first.
+    const bool isBinary = BeginsBinary(run.stream);
+    if (further && isBinary) return Take(further, idOut, evidence);
+  }
   *idOut = FallBackToText(run.stream, behaviour);
   if (*idOut != kFormatUnknown) evidence->basis = kFiBasisText;
-  if ((behaviour & kBehaviourSupplement) == 0 || !IsGeneralAnswer(*idOut)) return;
+  if (!asksFurther || !IsGeneralAnswer(*idOut)) return;
   if (further) return Take(further, idOut, evidence);
   Refine(run, idOut, evidence);
 }

@@ -43,6 +43,7 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
   switch (id) {
     case kFormatUnknown:
       if (run.isStorage) return Content(ProbeUnknownStorage(run.stream, run.classId));
+      if (BeginsBinary(run.stream)) return {};
       [[fallthrough]];
     case kFormatPlainUtf16Text:
     case kFormatPlainAsciiText:

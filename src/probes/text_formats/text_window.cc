@@ -21,20 +21,19 @@ TextWindow::TextWindow(IdentificationStream* stream) : form_(FormOf(stream)) {
 }
 
 void TextWindow::Read(IdentificationStream* stream) {
+  if (form_.units == TextUnits::kBytes) {
+    const FileBytes<kCapacity> bytes(stream, form_.start);
+    size_ = bytes.View().copy(text_.data(), kCapacity);
+    isCut_ = size_ == kCapacity && IdStreamGetByte(stream) != kEndOfData;
+    return;
+  }
   for (;;) {
-    uint32_t c = 0;
-    if (form_.units == TextUnits::kBytes) {
-      c = IdStreamGetByte(stream);
-      if (c == kEndOfData) return;
-    } else {
-      const int32_t unit = form_.units == TextUnits::kWordsLE ? IdStreamGetWordLE(stream)
-                                                              : IdStreamGetWordBE(stream);
-      if (unit < 0) return;
-      c = unit > 0x7F ? '?' : static_cast<uint32_t>(unit);
-    }
+    const int32_t unit = form_.units == TextUnits::kWordsLE ? IdStreamGetWordLE(stream)
+                                                            : IdStreamGetWordBE(stream);
+    if (unit < 0) return;
     isCut_ = size_ == kCapacity;
     if (isCut_) return;
-    text_[size_++] = static_cast<char>(c);
+    text_[size_++] = unit > 0x7F ? '?' : static_cast<char>(unit);
   }
 }
 
