@@ -17,6 +17,7 @@ bool Opens(std::string_view behind) {
 }  // namespace
 
 FormatId LatexProbe(std::string_view text) {
+  if (text.find("\\document") == std::string_view::npos) return kNoMatch;
   Lines lines(text);
   std::string_view line;
   while (lines.Next(&line)) {
