@@ -12,12 +12,19 @@
 #include "formatid/platform.h"
 #include "tests/support/bytes.h"
 #include "tests/support/memory_handle.h"
+#include "tests/support/samples.h"
+#include "tests/support/storage_samples.h"
 
 namespace fi {
 namespace {
 
 using testing::Bytes;
 using testing::MemoryHandle;
+using testing::ReadSamples;
+using testing::Sample;
+using testing::SampleBytes;
+using testing::SampleStorage;
+using testing::StorageHandle;
 
 constexpr uint32_t kText = kFiUseFlags | kFiTextFallback;
 
@@ -159,6 +166,18 @@ TEST(Driver, ClassOnlyMode) {
     EXPECT_EQ(id, test.id) << test.name;
     EXPECT_EQ(handle.reads, 0u) << test.name;
     EXPECT_EQ(handle.position, 5) << test.name;
+  }
+}
+
+TEST(Driver, StorageSamples) {
+  for (const Sample& sample : ReadSamples("driver_storages.txt", 6)) {
+    SCOPED_TRACE(sample.place + " " + sample.columns[4]);
+    StorageHandle handle(SampleStorage(sample.columns[5]), sample.columns[3]);
+    handle.classId = ClassOf(SampleBytes(sample.columns[2]));
+    FormatId id = 0;
+    EXPECT_EQ(IdentifyHandle(&handle, kFiUseFlags, &id, nullptr), std::stoul(sample.columns[1]));
+    EXPECT_EQ(id, sample.Number(0));
+    EXPECT_EQ(handle.openedFlags.size(), handle.closes);
   }
 }
 

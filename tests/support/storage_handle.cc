@@ -4,8 +4,8 @@
 
 namespace fi::testing {
 
-StorageHandle::StorageHandle(std::vector<StorageNode> children)
-    : MemoryHandle("", "report.xlsx"),
+StorageHandle::StorageHandle(std::vector<StorageNode> children, std::string name)
+    : MemoryHandle("", std::move(name)),
       base_(operations),
       table_(*operations),
       node_{"", true, "", std::move(children)} {

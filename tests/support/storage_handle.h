@@ -24,7 +24,7 @@ struct StorageNode {
 // fails) and what is counted (reads, bytes, closes) is that of all children that are opened.
 class StorageHandle : public MemoryHandle {
  public:
-  explicit StorageHandle(std::vector<StorageNode> children);
+  explicit StorageHandle(std::vector<StorageNode> children, std::string name = "report.xlsx");
 
   bool isStorage = true;     // of the root: whether it says so; children open in any case
   uint32_t viewDepth = 0;    // of the root, 0: not answered

@@ -58,7 +58,7 @@ bool IsHeader(IdentificationStream* stream, std::string_view text, size_t offset
 
 bool HoldsHeader(IdentificationStream* stream, std::string_view text) {
   size_t offset = text.find(kHeader);
-  while (offset <= kLastHeader && offset != std::string_view::npos) {
+  while (offset <= kLastHeader) {  // "not found" is beyond it
     if (IsHeader(stream, text, offset)) return true;
     offset = text.find(kHeader, offset + 1);
   }

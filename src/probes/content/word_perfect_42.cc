@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "platform/format_ids.h"
+#include "probes/buffered_scan.h"
 #include "probes/file_bytes.h"
 
 namespace fi {
@@ -75,6 +76,7 @@ class Walk {
       } else {
         ++plain_;
         if (byte < ' ' && (byte < '\t' || byte > '\r')) ++strange_;
+        SkipText();
       }
     }
     return true;
@@ -94,6 +96,18 @@ class Walk {
     const uint32_t byte = IdStreamGetByte(stream_);
     if (byte != kEndOfData) utf8_.See(byte);
     return byte;
+  }
+
+  // Passes the printable characters that are buffered.
+  void SkipText() {
+    const uint32_t most = std::min(left_, static_cast<uint32_t>(std::max(stream_->remaining, 0)));
+    uint32_t count = 0;
+    while (count < most && stream_->next[count] >= ' ' && stream_->next[count] < kFirstFunction) {
+      ++count;
+    }
+    PassBuffered(stream_, count);
+    plain_ += count;
+    left_ -= count;
   }
 
   // Passes a group whose first byte was read. A group that the end of the window cuts counts for

@@ -5,6 +5,7 @@
 namespace fi {
 namespace {
 
+constexpr std::string_view kDeclares = "xmlns";
 constexpr size_t kTarget = 32;  // characters of an instruction's target that are kept
 
 bool IsQuote(uint32_t c) { return c == '"' || c == '\''; }
@@ -101,6 +102,8 @@ DocumentRoot::Step DocumentRoot::ReadInstruction(MarkupReader& reader, bool atSt
   if (c == '?') reader.PutBack();
   const bool ends = reader.SkipPast("?>");
   if (atStart && IsMarkupSpace(c)) isXml_ = target.View() == "xml";
+  // A template begins with the instructions of its processor.
+  if (!isXml_ && !target.View().starts_with("xml")) return Step::kStop;
   if (target.View() == "mso-infoPathSolution") isForm_ = true;
   return ends ? Step::kGoOn : Step::kStop;
 }
@@ -139,36 +142,42 @@ void DocumentRoot::ReadTag(MarkupReader& reader) {
   }
 }
 
-std::string_view DocumentRoot::QualifiedName() const {
+std::string_view DocumentRoot::Name() const {
   const std::string_view tag = tag_.View();
   return tag.substr(0, tag.find_first_of(" \t\r\n/"));
 }
 
 std::string_view DocumentRoot::LocalName() const {
-  const std::string_view name = QualifiedName();
+  const std::string_view name = Name();
   const size_t colon = name.find(':');
   return colon == std::string_view::npos ? name : name.substr(colon + 1);
 }
 
 std::string_view DocumentRoot::Namespace() const {
-  constexpr std::string_view kDeclares = "xmlns";
-  const std::string_view qualified = QualifiedName();
+  const std::string_view qualified = Name();
   const size_t colon = qualified.find(':');
-  const std::string_view prefix =
-      colon == std::string_view::npos ? std::string_view() : qualified.substr(0, colon);
   Attributes attributes(tag_.View());
   std::string_view name;
   std::string_view value;
   while (attributes.Next(&name, &value)) {
     if (!name.starts_with(kDeclares)) continue;
     name.remove_prefix(kDeclares.size());
-    if (name.starts_with(':'))
-      name.remove_prefix(1);
-    else if (!name.empty())
-      continue;
-    if (name == prefix) return value;
+    const bool isOwn = colon == std::string_view::npos
+                           ? name.empty()
+                           : name.starts_with(':') && name.substr(1) == qualified.substr(0, colon);
+    if (isOwn) return value;
   }
   return {};
+}
+
+bool DocumentRoot::DeclaresNamespace() const {
+  Attributes attributes(tag_.View());
+  std::string_view name;
+  std::string_view value;
+  while (attributes.Next(&name, &value)) {
+    if (name == kDeclares || name.starts_with("xmlns:")) return true;
+  }
+  return false;
 }
 
 std::string_view DocumentRoot::Attribute(std::string_view wanted) const {

@@ -45,12 +45,15 @@ class DocumentRoot {
   std::string_view Doctype() const { return doctype_.View(); }
 
   bool found() const { return !tag_.View().empty(); }
-  // Name of the root's element, empty where there is none.
+  // Name of the root's element with its prefix, and without; empty where there is none.
+  std::string_view Name() const;
   std::string_view LocalName() const;
   // The namespace of the root, as written; empty where none is declared.
   std::string_view Namespace() const;
+  // Whether the root declares any namespace, its own or another.
+  bool DeclaresNamespace() const;
   // The value of an attribute of the root, as written; empty where there is none.
-  std::string_view Attribute(std::string_view name) const;
+  std::string_view Attribute(std::string_view wanted) const;
 
  private:
   // How one piece of the prologue ended.
@@ -60,7 +63,6 @@ class DocumentRoot {
   Step ReadInstruction(MarkupReader& reader, bool atStart);
   Step ReadDeclaration(MarkupReader& reader);
   void ReadTag(MarkupReader& reader);
-  std::string_view QualifiedName() const;
 
   // Bytes of a tag that are kept; office documents declare their namespaces in up to 3 KB.
   static constexpr size_t kTag = 4096;

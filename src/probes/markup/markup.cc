@@ -78,11 +78,11 @@ FormatId IdentifyMarkup(IdentificationStream* stream, const TextForm& form) {
     return document.isXml() ? kFormatXml : kNoMatch;
   }
   if (document.isXml()) return kFormatXml;
-  if (BeginsHtml(document.LocalName())) {
+  if (BeginsHtml(document.Name())) {
     return HasHtmlTags(stream, form) ? kFormatHtml : kNoMatch;
   }
   // The declaration may be left out; namespaces are known to XML only.
-  return document.Namespace().empty() ? kNoMatch : kFormatXml;
+  return document.DeclaresNamespace() ? kFormatXml : kNoMatch;
 }
 
 FormatId MarkupProbe(IdentificationStream* stream) {

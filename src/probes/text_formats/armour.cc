@@ -55,6 +55,9 @@ bool Opens(Lines lines) {
 }  // namespace
 
 FormatId ArmourProbe(std::string_view text) {
+  if (text.substr(0, kLastLine + kBegin.size()).find(kBegin) == std::string_view::npos) {
+    return kNoMatch;
+  }
   Lines lines(text);
   std::string_view line;
   for (bool isFirst = true; lines.Next(&line); isFirst = false) {

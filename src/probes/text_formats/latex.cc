@@ -17,7 +17,9 @@ bool Opens(std::string_view behind) {
 }  // namespace
 
 FormatId LatexProbe(std::string_view text) {
-  if (text.find("\\document") == std::string_view::npos) return kNoMatch;
+  // A source in another language, or a book on LaTeX, may hold such a line, but begins otherwise.
+  const std::string_view start = SkipSpace(text);
+  if (!start.starts_with('\\') && !start.starts_with('%')) return kNoMatch;
   Lines lines(text);
   std::string_view line;
   while (lines.Next(&line)) {

@@ -29,7 +29,8 @@ namespace {
 FormatId MarkedFormat(IdentificationStream* stream, const TextWindow& window) {
   const std::string_view text = window.View();
   if (SkipSpace(text).starts_with('<')) {
-    if (IsMessageHistory(stream, window.form())) return kFormatMsnMessengerHistory;
+    const bool mayBeHistory = text.find("FirstSessionID") != std::string_view::npos;
+    if (mayBeHistory && IsMessageHistory(stream, window.form())) return kFormatMsnMessengerHistory;
     return IdentifyMarkup(stream, window.form());
   }
   if (IsDxfText(text)) return kFormatDxfText;
@@ -55,7 +56,10 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
   if (const FormatId id = PostScriptProbe(text); id != kNoMatch) return id;
   const bool isText = text.find('\0') == std::string_view::npos;
   if (window.isMarked()) {
-    if (window.form().units == TextUnits::kBytes && HasPdfHeader(stream)) return kFormatPdf;
+    const bool mayBePdf = text.find("%PDF-") != std::string_view::npos;
+    if (mayBePdf && window.form().units == TextUnits::kBytes && HasPdfHeader(stream)) {
+      return kFormatPdf;
+    }
     const FormatId id = isText ? MarkedFormat(stream, window) : kNoMatch;
     if (id != kNoMatch) return id;
   }

@@ -1,6 +1,10 @@
 #include "probes/text_formats/text_window.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "formatid/io.h"
+#include "probes/buffered_scan.h"
 #include "probes/file_bytes.h"
 
 namespace fi {
@@ -17,19 +21,32 @@ TextForm FormOf(IdentificationStream* stream) {
 }  // namespace
 
 TextWindow::TextWindow(IdentificationStream* stream) : form_(FormOf(stream)) {
-  if (IdStreamSeek(stream, form_.start, kIoFromStart) == 0) Read(stream);
+  if (IdStreamSeek(stream, form_.start, kIoFromStart) != 0) return;
+  if (form_.units == TextUnits::kBytes) {
+    ReadBytes(stream);
+  } else {
+    ReadWords(stream);
+  }
 }
 
-void TextWindow::Read(IdentificationStream* stream) {
-  if (form_.units == TextUnits::kBytes) {
-    const FileBytes<kCapacity> bytes(stream, form_.start);
-    size_ = bytes.View().copy(text_.data(), kCapacity);
-    isCut_ = size_ == kCapacity && IdStreamGetByte(stream) != kEndOfData;
-    return;
+// Bytes are taken over as they are buffered.
+void TextWindow::ReadBytes(IdentificationStream* stream) {
+  for (uint32_t c = IdStreamGetByte(stream); c != kEndOfData; c = IdStreamGetByte(stream)) {
+    isCut_ = size_ == kCapacity;
+    if (isCut_) return;
+    text_[size_++] = static_cast<char>(c);
+    const size_t more =
+        std::min(kCapacity - size_, static_cast<size_t>(std::max(stream->remaining, 0)));
+    std::memcpy(text_.data() + size_, stream->next, more);
+    PassBuffered(stream, static_cast<uint32_t>(more));
+    size_ += more;
   }
+}
+
+void TextWindow::ReadWords(IdentificationStream* stream) {
   for (;;) {
-    const int32_t unit = form_.units == TextUnits::kWordsLE ? IdStreamGetWordLE(stream)
-                                                            : IdStreamGetWordBE(stream);
+    const int32_t unit =
+        form_.units == TextUnits::kWordsLE ? IdStreamGetWordLE(stream) : IdStreamGetWordBE(stream);
     if (unit < 0) return;
     isCut_ = size_ == kCapacity;
     if (isCut_) return;

@@ -26,7 +26,8 @@ class TextWindow {
   const TextForm& form() const { return form_; }
 
  private:
-  void Read(IdentificationStream* stream);
+  void ReadBytes(IdentificationStream* stream);
+  void ReadWords(IdentificationStream* stream);
 
   TextForm form_;
   std::array<char, kCapacity> text_;
