@@ -24,7 +24,7 @@ constexpr uint32_t kLinesNeeded = 16;
 constexpr uint32_t kLinesNeededWithoutPatterns = 32;
 
 // Whole lines at the start of `packed`; 0 when one does not end where a line does, or when nothing
-// is packed, or no pixel set, in any.
+// is packed, or no pixel set, in any. A page that is empty has to be whole.
 uint32_t CountLines(std::string_view packed) {
   constexpr uint8_t kNothing = 128;
   uint32_t lines = 0;
@@ -48,7 +48,7 @@ uint32_t CountLines(std::string_view packed) {
     column = 0;
     ++lines;
   }
-  return hasRuns && hasPixels ? lines : 0;
+  return hasRuns && (hasPixels || lines == kLines) ? lines : 0;
 }
 
 }  // namespace
