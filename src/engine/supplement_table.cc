@@ -29,7 +29,8 @@ constexpr std::string_view kRows[] = {
     "rw 'BZh' range1(31-39) '1AY&SY' -> 3022",  // BZIP2: first block
     "rw 'BZh' range1(31-39) 17 'rE8P' 90 -> 3022",  // BZIP2 of nothing
     "rw 04 22 4D 18 range1(40-7D) range1(40-70) -> 3023",  // LZ4 frame: version 1, block size
-    "rw 'LZIP' 01 -> 3024",  // Lzip
+    "rw 'LZIP' oneof(00,01) -> 3024",  // Lzip: version
+    "rw 'SZDD' 88 F0 27 33 -> 3048",  // SZDD
     "rw 89 'LZO' 00 0D 0A 1A 0A -> 3025",  // Lzop
     "rw 5D 00 00 ext('LZMA') -> probe 3026",  // LZMA without a container
 
@@ -44,6 +45,7 @@ constexpr std::string_view kRows[] = {
     "rw 'hsqs' at(28) 04 00 -> 3038",  // SquashFS, little-endian
     "rw 'sqsh' at(28) 00 04 -> 3038",  // SquashFS, big-endian
     "rw 'MSWIM' 00 00 00 D0 00 00 00 -> 3039",  // Windows imaging
+    "rw 'xar!' 00 -> 3047",  // XAR: size of the header
 
     // Disk images.
     "rw 'conectix' -> probe 3042",  // VHD, dynamic
@@ -77,6 +79,11 @@ constexpr std::string_view kRows[] = {
     "rw 'FORM' skip(4) 'PBM ' -> 3077",  // IFF picture, chunky
     "rw AB 'KTX 11' BB 0D 0A 1A 0A -> 3078",  // Khronos texture
     "rw AB 'KTX 20' BB 0D 0A 1A 0A -> 3078",  // Khronos texture, version 2
+    "rw 01 DA oneof(00,01) oneof(01,02) 00 range1(01-03) -> 3080",  // SGI: storage, bytes a sample, dimensions
+    "rw 'FLIF' range1(31-74) range1(30-32) -> 3081",  // FLIF: kind and channels, bytes a sample
+    "rw 'id=ImageMagick' -> 3082",  // MIFF
+    "rw 'BM' at(14) 34 00 00 00 -> 1500",  // Windows bitmap whose header holds three masks
+    "rw 'BM' at(14) 38 00 00 00 -> 1500",  // Windows bitmap whose header holds four masks
 
     // Audio.
     "rw 'RF64' skip(4) 'WAVE' -> 3090",  // WAVE of more than 4 GB
@@ -95,6 +102,14 @@ constexpr std::string_view kRows[] = {
     "rw 'MAC ' skip(1) range1(0B-13) -> 3098",  // Monkey's Audio: versions 2816 to 5119
     "rw 'wvpk' skip(4) range1(02-10) 04 -> 3099",  // WavPack: block version
     "rw 'caff' 00 01 00 00 'desc' -> 3100",  // Core Audio
+    "rw 'RIFX' skip(4) 'WAVE' -> 3090",  // WAVE, big-endian
+    "rw 'DSD ' 1C 00 -> 3103",  // DSF: size of the first chunk
+    "rw 'FRM8' skip(8) 'DSD ' -> 3104",  // DSDIFF
+    "rw 'MPCK' -> 3105",  // Musepack 8
+    "rw 'MP+' range1(04-47) -> 3105",  // Musepack 4 to 7
+    "rw 'IMPM' -> 3106",  // Impulse Tracker
+    "rw 'TTA1' -> 3107",  // True Audio
+    "rw 'FORM' skip(4) '8SVX' -> 3108",  // IFF sound
 
     // Video and animation.
     "rw 1A 'E' DF A3 -> probe 3111",  // Matroska, WebM
@@ -102,8 +117,15 @@ constexpr std::string_view kRows[] = {
     "rw 'FLV' 01 oneof(04,05) 00 00 00 09 -> 3113",  // Flash video: audio, both
     "rw 'G' -> probe 3114",  // MPEG transport stream
     "rw 06 0E '+4' 02 05 01 01 0D 01 02 01 01 -> 3115",  // MXF: key of the header partition
-    "rw oneof(43,46) 'WS' range1(0B-32) skip(3) range1(00-1F) -> 3118",  // Flash 11 and later: below 512 MB
-    "rw 'ZWS' range1(0B-32) skip(3) range1(00-1F) -> 3118",  // Flash, LZMA
+    "rw 'FWS' range1(01-03) -> 3119",  // Flash 1 to 3
+    "rw oneof(43,46) 'WS' range1(0B-0C) -> 3118",  // Flash 11, 12
+    "rw oneof(43,46) 'WS' 0D not(0A) -> 3118",  // Flash 13, and no end of a line
+    "rw oneof(43,46) 'WS' range1(0E-1F) -> 3118",  // Flash 14 to 31
+    "rw oneof(43,46) 'WS' range1(20-32) skip(3) range1(00-1F) -> 3118",  // to 50: below 512 MB, which no text is
+    "rw 'ZWS' range1(0B-0C) -> 3118",  // Flash, LZMA
+    "rw 'ZWS' 0D not(0A) -> 3118",
+    "rw 'ZWS' range1(0E-1F) -> 3118",
+    "rw 'ZWS' range1(20-32) skip(3) range1(00-1F) -> 3118",
 
     // Fonts.
     "rw 'OTTO' -> probe 3130",  // OpenType with CFF outlines
@@ -135,6 +157,13 @@ constexpr std::string_view kRows[] = {
     "rw CF AD 12 FE oneof(C5,C6) FD 'tof' E3 D1 11 -> 3174",  // Outlook Express messages, folders
     "rw 1B '%-12345X' -> probe 3176",  // PJL
     "rw 1B -> probe 3175",  // PCL, its reset not far from the start
+    "rw '<MakerFile ' range1(31-39) -> 3178",  // FrameMaker
+    "rw 'ID;P' oneof(0A,0D) -> 3214",  // SYLK: the program that wrote it follows
+    "rw 'ID;PWXL' -> 3214",
+    "rw 'ID;PXL' -> 3214",
+    "rw 'ID;PMP' -> 3214",
+    "rw 'ID;PSCALC' -> 3214",
+    "rw 'ID;PCALC' -> 3214",
 
     // Captures, system files, keys.
     "rw A1 B2 C3 D4 00 02 00 oneof(03,04) -> 3220",  // PCAP, big-endian
@@ -153,7 +182,7 @@ constexpr std::string_view kRows[] = {
     "rw 'PACK' 00 00 00 oneof(02,03) -> 3232",  // Git pack
 
     // Drawings and models.
-    "rw 'AC1032' 00 -> 3240",  // AutoCAD 2018; the catalogue ends with AC1027
+    "rw 'AC1032' -> 3240",  // AutoCAD 2018; the catalogue ends with AC1027
     "rw 'glTF' -> probe 3245",  // glTF
     "rw 'Kaydara FBX Binary  ' 00 1A 00 -> 3246",  // FBX
     "rw 'MM' -> probe 3247",  // 3D Studio
@@ -186,8 +215,44 @@ constexpr std::string_view kRows[] = {
     "at(512) 89 'HDF' -> probe 3147",  // HDF5 behind a user block
     "at(1024) 89 'HDF' -> probe 3147",
     "at(2048) 89 'HDF' -> probe 3147",
+    "at(4) 'jP  ' 0D 0A 87 0A -> 1646",  // JPEG 2000 of another brand
+    "at(4) 'ftyp' -> 1723",  // ISO media whose first box is damaged
     "atend(-512) 'koly' -> probe 3041",  // Apple disk image
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
+
+    // Formats whose mark stands, while what the catalogue or a probe asks for behind it is cut off or
+    // damaged.
+    "rw 'AC1002' -> 1613",  // AutoCAD
+    "rw 'AC1003' -> 1614",
+    "rw 'AC1004' -> 1615",
+    "rw 'AC1006' -> 1616",
+    "rw 'AC1009' -> 1552",
+    "rw 'AC1012' -> 1553",
+    "rw 'AC1013' -> 1587",
+    "rw 'AC1014' -> 1587",
+    "rw 'AC1015' -> 1612",
+    "rw 'AC1018' -> 1634",
+    "rw 'AC1021' -> 1638",
+    "rw 'AC1024' -> 2229",
+    "rw 'AC1027' -> 2245",
+    "rw FF D8 FF range1(C0-FE) -> 1535",  // JPEG
+    "rw FD '7zXZ' 00 -> 3020",  // XZ
+    "rw 'wOFF' -> 3131",  // WOFF
+    "rw 'wOF2' -> 3132",  // WOFF 2
+    "rw 'OTTO' 00 -> 3130",  // OpenType
+    "rw 'ttcf' 00 -> 2405",  // TrueType collection
+    "rw 'wvpk' -> 3099",  // WavPack
+    "rw 'icns' 00 -> 3067",  // Apple icon
+    "rw oneof(31,32) BE skip(2) 00 AB -> 1047",  // Windows Write
+    "rw 00 skip(3) 'moov' -> 1705",  // QuickTime
+    "rw 00 skip(3) 'pnot' -> 1705",
+    "rw 0A 0D 0D 0A at(8) 1A '+<M' -> 3221",  // PCAPNG
+    "rw 0A 0D 0D 0A at(8) 'M<+' 1A -> 3221",
+    "rw 0A range1(00-05) oneof(00,01) ext('PCX') -> 1502",  // PCX
+    "rw 'ID3' range1(02-04) ext('MP3') -> 3094",  // MPEG audio: a tag, and no sound that is known
+    "rw FF range1(E2-FD) ext('MP') -> 1710",  // MPEG audio: one frame
+    "rw FF oneof(F0,F1) ext('AAC') -> 3095",  // AAC: one frame
+
     "-> probe 3040",  // ISO 9660, UDF: 32 KB into the file
 };
 // clang-format on

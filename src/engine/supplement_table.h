@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 149;
+inline constexpr size_t kSupplementRows = 210;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 2778;
+inline constexpr size_t kSupplementTableSize = 3780;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;
