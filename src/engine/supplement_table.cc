@@ -194,7 +194,8 @@ constexpr std::string_view kRows[] = {
     "rw FF FE FF 0E 'S' 00 'k' 00 'e' 00 't' 00 'c' 00 'h' 00 'U' 00 'p' 00 ' ' 00 'M' 00 -> 3251",  // SketchUp
 
     // dBASE by the versions in use, month and day of the last change.
-    "rw range1(02-05) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
+    "rw 02 -> probe 3141",  // dBASE II, which has the date elsewhere
+    "rw range1(03-05) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw range1(30-32) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(43,63) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(7B,83) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",

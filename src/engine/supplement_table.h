@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 210;
+inline constexpr size_t kSupplementRows = 211;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 3780;
+inline constexpr size_t kSupplementTableSize = 3789;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;
