@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 #include "engine/signature_walk.h"
 #include "platform/format_ids.h"
-#include "probes/buffered_scan.h"
+#include "probes/file_bytes.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
 #include "probes/text_formats/text_formats.h"
@@ -43,7 +44,6 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
   switch (id) {
     case kFormatUnknown:
       if (run.isStorage) return Content(ProbeUnknownStorage(run.stream, run.classId));
-      if (BeginsBinary(run.stream)) return {};
       [[fallthrough]];
     case kFormatPlainUtf16Text:
     case kFormatPlainAsciiText:
@@ -59,13 +59,8 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
 }
 
 bool BeginsBinary(IdentificationStream* stream) {
-  constexpr uint32_t kHead = 512;
-  if (!MoveTo(stream, 0)) return false;
-  const uint32_t first = IdStreamGetByte(stream);  // fills the buffer where that is due
-  if (first == kEndOfData) return false;
-  const auto buffered = static_cast<uint32_t>(std::max(stream->remaining, 0));
-  const uint32_t head = std::min(kHead, buffered);
-  return first == 0 || BufferedBytesBefore(stream, '\0', head) < head;
+  const FileBytes<512> head(stream, 0);
+  return head.View().find('\0') != std::string_view::npos;
 }
 
 }  // namespace fi

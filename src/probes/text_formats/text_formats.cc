@@ -13,11 +13,13 @@
 #include "probes/text_formats/iges.h"
 #include "probes/text_formats/json.h"
 #include "probes/text_formats/latex.h"
+#include "probes/text_formats/message_header.h"
 #include "probes/text_formats/postscript.h"
 #include "probes/text_formats/script.h"
 #include "probes/text_formats/step.h"
 #include "probes/text_formats/stl_text.h"
 #include "probes/text_formats/text_window.h"
+#include "probes/text_formats/xml_element.h"
 #include "probes/text_formats/yaml.h"
 #include "probes/text_view.h"
 
@@ -68,7 +70,10 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
     if (const FormatId id = probe(text); id != kNoMatch) return id;
   }
   if (const FormatId id = JsonProbe(text, window.isCut()); id != kNoMatch) return id;
-  return YamlProbe(text, extension);
+  if (const FormatId id = YamlProbe(text, extension); id != kNoMatch) return id;
+  if (const FormatId id = MessageHeaderProbe(text, extension); id != kNoMatch) return id;
+  const bool isBytes = window.form().units == TextUnits::kBytes;
+  return isBytes && IsXmlElement(stream, text) ? kFormatXml : kNoMatch;
 }
 
 }  // namespace fi
