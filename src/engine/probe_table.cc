@@ -23,6 +23,7 @@
 #include "probes/content/x_bitmap.h"
 #include "probes/media/iso_media.h"
 #include "probes/media/ogg.h"
+#include "probes/package/dispatcher.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/designer.h"
 #include "probes/storage/legacy_document.h"
@@ -66,6 +67,13 @@ FormatId Classifier(const ProbeCall& call) {
   call.run.classifierRan = 1;
   FormatId id = kFormatUnknown;
   call.run.status = ClassifyCompoundDocument(call.run.stream, call.run.extension.data(), &id);
+  return id;
+}
+
+FormatId Package(const ProbeCall& call) {
+  int32_t extra = 0;
+  const FormatId id = PackageProbe(call.run.stream, &extra);
+  call.run.status = static_cast<uint32_t>(extra);
   return id;
 }
 
@@ -148,7 +156,7 @@ constexpr ProbeEntry kProbes[] = {
     {1723, OfStream<IsoMediaProbe>},
     {1726, NoProbe},
     {1730, OfStream<OggProbe>},
-    {1802, NoProbe},
+    {1802, Package},
     {1803, NoProbe},
     {1807, NoProbe},
     {1814, NoProbe},

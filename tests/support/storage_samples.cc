@@ -30,8 +30,10 @@ std::string Expanded(std::string_view text, const Parts& parts) {
 
 Parts ReadParts() {
   Parts parts;
-  for (const Sample& sample : ReadSamples("storage_parts.txt", 2)) {
-    parts[sample.columns[0]] = Expanded(sample.columns[1], parts);
+  for (const char* file : {"storage_parts.txt", "package_parts.txt"}) {
+    for (const Sample& sample : ReadSamples(file, 2)) {
+      parts[sample.columns[0]] = Expanded(sample.columns[1], parts);
+    }
   }
   return parts;
 }
