@@ -50,7 +50,8 @@ TEST(PackageProbes, Samples) {
     const std::vector<StorageNode> package = SampleStorage(sample.columns[3]);
     StorageHandle whole(package);
     EXPECT_EQ(RunDouble(whole), expected);
-    const std::string members = sample.columns[4].empty() ? whole.openedMembers : " " + sample.columns[4];
+    const std::string members =
+        sample.columns[4].empty() ? whole.openedMembers : " " + sample.columns[4];
     EXPECT_EQ(whole.openedMembers, members);
     MemoryHandle zip(SamplePackage(sample.columns[3]));
     EXPECT_EQ(RunPackage(&zip), expected) << "as a ZIP file";

@@ -2,8 +2,8 @@
 // with faults to switch on and counters over the whole tree. Names are compared by case, so that a
 // name that is spelt twice on purpose shows.
 //
-// The tree opens as a package as well: its streams are the members, by names without regard to case,
-// and a storage in it is a member that is a package in turn.
+// The tree opens as a package as well: its streams are the members, by names without regard to
+// case, and a storage in it is a member that is a package in turn.
 #ifndef FI_TESTS_SUPPORT_STORAGE_HANDLE_H_
 #define FI_TESTS_SUPPORT_STORAGE_HANDLE_H_
 

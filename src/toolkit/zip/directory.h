@@ -32,6 +32,9 @@ class Directory {
   // or memory runs out. Called once. It ends where its bytes are no entry any more.
   bool Load(const storage::HandleReader& reader);
 
+  // The same from the headers of the members, for a package without a directory: local_headers.h.
+  bool Rebuild(const storage::HandleReader& reader);
+
   uint32_t count() const { return count_; }
 
   // REQUIRES: index < count().

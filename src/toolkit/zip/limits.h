@@ -49,6 +49,12 @@ inline constexpr uint64_t kMaxInflatedByView = 3 * kMaxInflated;
 inline constexpr uint64_t kMaxRatio = 256;
 inline constexpr uint64_t kFreeOfRatio = uint64_t{1024} * 1024;
 
+// What is done to find the members of a package without a central directory: headers that are
+// followed, and packed and inflated bytes of members whose header does not tell their size. What
+// tells the format of a document stands among its first members; the bytes take about 0.1 s.
+inline constexpr uint32_t kMaxRebuilt = 4096;
+inline constexpr uint64_t kMaxRebuiltInflated = uint64_t{32} * 1024 * 1024;
+
 // Containers around a package, at most. Documents have two (a package in a package in a mail); each
 // multiplies what a read inside it costs.
 inline constexpr uint32_t kMaxNesting = 3;

@@ -22,11 +22,15 @@ namespace fi::zip {
 // of containers around it. Null stays in `*target` when it is no package or the limits refuse it.
 int32_t OpenView(IOHandle* handle, uint32_t nesting, IOHandle** target);
 
+// The same for a package without a usable directory.
+int32_t OpenRepairedView(IOHandle* handle, uint32_t nesting, IOHandle** target);
+
 class ZipView final : public io::PositionedHandle {
  public:
   ZipView(IOHandle* handle, uint32_t nesting);
 
   bool Load() { return directory_.Load(reader_); }
+  bool Rebuild() { return directory_.Rebuild(reader_); }
 
   const storage::HandleReader& reader() const { return reader_; }
 
