@@ -82,6 +82,7 @@ FormatId FormatOfMimetypeMember(IOHandle* package) {
   if (member == nullptr) return kNoMatch;
   char buffer[kMaxMediaType + 1];
   std::string_view text = ReadHead(member.get(), buffer);
+  if (text.size() > kMaxMediaType) return kNoMatch;
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   return FormatOfMediaType(package, text, false);
 }

@@ -76,7 +76,8 @@ constexpr MemberRule kMemberRules[] = {
 // Bytes of a member in which its text is looked for.
 constexpr uint32_t kTextBytes = 2048;
 
-// Which members are looked at: all, those that lie in no folder, the first.
+// Which members are looked at: all, those that lie in no folder, the first of the package if it
+// lies in none.
 enum class Place : uint8_t { kAnywhere, kInRoot, kFirst };
 
 struct NameRule {
@@ -134,7 +135,7 @@ bool HasSibling(IOHandle* package, std::string_view name, const NameRule& rule) 
 
 bool Fits(IOHandle* package, std::string_view name, bool isFirst, const NameRule& rule) {
   if (rule.place == Place::kFirst && !isFirst) return false;
-  if (rule.place == Place::kInRoot && name.find('/') != std::string_view::npos) return false;
+  if (rule.place != Place::kAnywhere && name.find('/') != std::string_view::npos) return false;
   if (!name.starts_with(rule.prefix) || !name.ends_with(rule.suffix)) return false;
   if (name.size() <= rule.prefix.size() + rule.suffix.size()) return false;
   if (name.find(rule.middle, rule.prefix.size()) == std::string_view::npos) return false;
