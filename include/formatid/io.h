@@ -155,7 +155,8 @@ typedef struct IOMemberSource {
 } IOMemberSource;
 
 /* A name in the list of a package view's members, which is in the order of its central directory.
- * `name` belongs to the view and is NUL-terminated. */
+ * `name` belongs to the view, which keeps it until it is asked for the next, and is NUL-terminated;
+ * it is empty for a member whose name is longer than IOMemberSource has room for or holds a NUL. */
 typedef struct IOMemberName {
   uint32_t index; /* set by the caller, from 0 */
   const char* name;

@@ -75,7 +75,8 @@ int32_t UTXMLGetAttribute(UTXMLReader* reader, uint32_t attributeNamespaceNumber
                           const char* localName, const char16_t** value, uint32_t* length) noexcept;
 
 // Copies the character data between the current tag and the next one, up to `capacity` characters,
-// not terminated. `mode` is reserved: 1. Returns 0, without such data too.
+// not terminated. `mode` is reserved: 1. Returns 0, without such data too; data in which a fault
+// stands may be cut before it.
 int32_t UTXMLReadContent(UTXMLReader* reader, uint32_t mode, char16_t* buffer, uint32_t capacity,
                          uint32_t* length) noexcept;
 

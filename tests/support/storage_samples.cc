@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tests/support/samples.h"
+#include "tests/support/zip_writer.h"
 
 namespace fi::testing {
 namespace {
@@ -88,6 +89,18 @@ class StorageReader {
   std::string_view rest_;
 };
 
+std::string Package(const std::vector<StorageNode>& nodes) {
+  ZipWriter writer;
+  for (const StorageNode& node : nodes) {
+    if (node.isStorage) {
+      writer.Add(node.name, Package(node.children), {.method = 0});
+    } else {
+      writer.Add(node.name, node.bytes);
+    }
+  }
+  return writer.Finish();
+}
+
 }  // namespace
 
 std::vector<StorageNode> SampleStorage(const std::string& notation) {
@@ -95,5 +108,7 @@ std::vector<StorageNode> SampleStorage(const std::string& notation) {
   const std::string expanded = Expanded(notation, kParts);
   return StorageReader(expanded).Read();
 }
+
+std::string SamplePackage(const std::string& notation) { return Package(SampleStorage(notation)); }
 
 }  // namespace fi::testing

@@ -101,7 +101,7 @@ GoOn IworkArchiveProbe(IOHandle* package, FormatId* id) {
     *id = kFormatZip;
     return kGoOn;
   }
-  // What cannot be decrypted is read as it is: it decodes to nothing that is known.
+  // What cannot be decrypted is read as it is: to no avail, unless it was never encrypted.
   if (encrypted) {
     io::OwnedHandle decrypted = decryption.Decrypt(archive.member.get());
     if (decrypted != nullptr) archive.member = std::move(decrypted);

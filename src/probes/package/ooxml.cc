@@ -170,7 +170,7 @@ GoOn OfficeOpenXmlProbe(IOHandle* handle, FormatId* id) {
   if (const opc::OwnedPart part = opc::OpenByName(package.get(), u"[Content_Types].xml")) {
     *id = FormatOfPart(PKGGetHIOFILE(part.get()), target);
   }
-  *id = RefineByProperties(package.get(), *id);
+  if (HasVersions(*id)) *id = RefineByProperties(package.get(), *id);
   return kChainEnds;
 }
 

@@ -10,6 +10,7 @@
 #include "platform/xml.h"
 #include "probes/package/ooxml.h"
 #include "probes/package/ooxml_content_types.h"
+#include "probes/package/ooxml_version.h"
 #include "probes/package/opc_package.h"
 #include "probes/package/package_member.h"
 #include "probes/package/xml_scan.h"
@@ -134,7 +135,7 @@ FormatId RepairedOfficeOpenXml(IOHandle* view) {
   if (contentTypes == nullptr) return kNoMatch;
   const FormatId id = FormatByContentTypes(contentTypes.get(), target);
   if (id == kFormatZip) return kNoMatch;
-  return package == nullptr ? id : RefineByProperties(package.get(), id);
+  return package != nullptr && HasVersions(id) ? RefineByProperties(package.get(), id) : id;
 }
 
 }  // namespace fi

@@ -63,19 +63,21 @@ constexpr StrictForm kStrictForms[] = {
     {kFormatPowerPointXmlPresentation2016, kFormatPowerPointStrictXmlPresentation2016},
 };
 
-FormatId OfVersion(FormatId id, uint32_t appMajor) {
-  if (appMajor < 14) return id;
+const Generations* FindGenerations(FormatId id) {
   for (const Generations& row : kGenerations) {
-    if (row.base != id) continue;
-    return appMajor == 14 ? row.v2010 : appMajor == 15 ? row.v2013 : row.v2016;
+    if (row.base == id) return &row;
   }
-  return id;
+  return nullptr;
 }
 
 }  // namespace
 
+bool HasVersions(FormatId id) { return FindGenerations(id) != nullptr; }
+
 FormatId RefineByVersion(FormatId id, uint32_t appMajor, bool strict) {
-  const FormatId refined = OfVersion(id, appMajor);
+  const Generations* row = FindGenerations(id);
+  if (row == nullptr || appMajor < 14) return id;
+  const FormatId refined = appMajor == 14 ? row->v2010 : appMajor == 15 ? row->v2013 : row->v2016;
   if (!strict) return refined;
   for (const StrictForm& form : kStrictForms) {
     if (form.transitional == refined) return form.strict;

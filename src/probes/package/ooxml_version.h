@@ -8,6 +8,9 @@
 
 namespace fi {
 
+// Whether the format is told apart by version.
+bool HasVersions(FormatId id);
+
 // The format that `id` becomes when an application of major version `appMajor` wrote it: 14 is
 // 2010, 15 is 2013, 16 and above are 2016 or later. `id` itself for older ones and for formats that
 // are not told apart. `strict`: the package keeps to the strict form of the standard.

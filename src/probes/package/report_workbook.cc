@@ -52,16 +52,15 @@ constexpr UTXMLStringValue kReportSheets[] = {
     {1 << 18, "Web Bookmarks"},
     {1 << 19, "Web History"},
 };
-constexpr uint16_t kNotInMap = 0xFFFF;
 
 bool IsReportSheetName(const char16_t* name) {
   uint32_t kind = 0;
-  return UTXMLFindStringInMap(name, kReportSheets, std::size(kReportSheets), &kind) != kNotInMap;
+  return UTXMLFindStringInMap(name, kReportSheets, std::size(kReportSheets), &kind) != kXmlNotInMap;
 }
 
 // Moves the reader to the start of the first sheet.
 bool FindFirstSheet(UTXMLReader* reader) {
-  // Deliberate: unlike everywhere else, a comment or processing instruction ends this reading.
+  // Deliberate: here and for columns, unlike elsewhere, the answer kXmlNoElement ends the reading.
   UTXMLTag tag{};
   while (UTXMLReadNextTag(reader, &tag, nullptr) == kXmlOk) {
     if (tag.id == kTagSheets && IsEndTag(tag)) return false;
@@ -77,7 +76,6 @@ bool IsNumberedTable(PKGHandle* table) {
       !AddTagMap(reader.get(), kSpreadsheetNamespace, kTableNumber, kTableTags, kAttributeNumber)) {
     return false;
   }
-  // Deliberate: as with the sheets, a comment ends this reading.
   UTXMLTag tag{};
   while (UTXMLReadNextTag(reader.get(), &tag, nullptr) == kXmlOk) {
     if (tag.id != kTagTableColumn || IsEndTag(tag)) continue;

@@ -123,7 +123,9 @@ IOHandle* IworksSetDecryptedTempFile(IOHandle* member, const IworksContext* cont
   fi::io::OwnedHandle owned(view);
   const fi::crypto::ErrorMark mark;
   fi::crypto::MemberReader reader(member, *context, &view->plaintext());
-  return reader.Read({}) ? owned.release() : nullptr;
+  if (reader.Read({})) return owned.release();
+  (void)fi::io::Seek(member, kIoFromStart, 0);
+  return nullptr;
 }
 
 void IworksEndDecryption(IworksContext* context) noexcept { delete context; }

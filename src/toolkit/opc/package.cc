@@ -39,7 +39,9 @@ const Relationships& RelationshipsOf(PKGHandle& source) {
   return source.relationships;
 }
 
+// A member without a name is no part: the empty name is the package's.
 uint16_t OpenPart(IOHandle* view, const PartName& name, PKGHandle** part) {
+  if (name.view().empty()) return kFailure;
   io::OwnedHandle bytes = io::OpenMember(view, name.view());
   if (bytes == nullptr) return kFailure;
   auto* opened = new (std::nothrow) PKGHandle;

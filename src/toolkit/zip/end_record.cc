@@ -84,8 +84,9 @@ class Search {
            LoadLE32(signature.data()) == central::kSignature;
   }
 
-  // A directory is where its size says, in front of the record, or where its offset says. One
-  // without entries has nothing to show for it: it counts only at the very end of the file.
+  // A directory is where its size says, in front of the record, or where its offset says. Where
+  // something follows the record, less is believed: a directory without entries has nothing to show
+  // for it, and a shifted one is that of a package nested in one that was cut off.
   bool Place(const End& found, bool endsWithFile, DirectoryPlace* place) const {
     if (found.size == 0 && found.count == 0) {
       *place = {found.at, 0, 0};
@@ -93,7 +94,8 @@ class Search {
     }
     if (found.size <= found.at) {
       const uint64_t start = found.at - found.size;
-      if (start >= found.offset && HasEntry(start, found.at)) {
+      const bool trusted = endsWithFile ? start >= found.offset : start == found.offset;
+      if (trusted && HasEntry(start, found.at)) {
         *place = {start, found.size, start - found.offset};
         return true;
       }

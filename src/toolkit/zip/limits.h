@@ -55,8 +55,8 @@ inline constexpr uint64_t kFreeOfRatio = uint64_t{1024} * 1024;
 inline constexpr uint32_t kMaxRebuilt = 4096;
 inline constexpr uint64_t kMaxRebuiltInflated = uint64_t{32} * 1024 * 1024;
 
-// Containers around a package, at most. Documents have two (a package in a package in a mail); each
-// multiplies what a read inside it costs.
+// Containers around a package, at most. A package in a package is what documents have; one more
+// level may be that of a compound file around them. Each multiplies what a read inside it costs.
 inline constexpr uint32_t kMaxNesting = 3;
 
 }  // namespace fi::zip

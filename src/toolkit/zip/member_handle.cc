@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <span>
 #include <utility>
 
 #include "toolkit/zip/limits.h"
@@ -77,7 +78,8 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   uint32_t count = 0;
   while (count < size && !ended_) {
     const uint64_t left = packedSize_ - consumed_;
-    auto input = view_.Input(data_ + consumed_, left > 0 ? 1 : 0, left);
+    std::span<const uint8_t> input;
+    if (left > 0) input = view_.Input(data_ + consumed_, 1, left);
     input = input.first(std::min<uint64_t>(input.size(), left));
     const Inflater::Step step = inflater_->Run(input, buffer + count, size - count);
     consumed_ += step.consumed;
