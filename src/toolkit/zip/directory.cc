@@ -78,9 +78,9 @@ bool Directory::LoadPlace(const storage::HandleReader& reader, uint64_t fileSize
   return FindDirectory(reader, tail, place);
 }
 
-bool Directory::Load(const storage::HandleReader& reader) {
+bool Directory::Load(const storage::HandleReader& reader, uint64_t fileSize) {
   DirectoryPlace place;
-  if (!LoadPlace(reader, reader.Size(), &place) || place.size > kMaxDirectory) return false;
+  if (!LoadPlace(reader, fileSize, &place) || place.size > kMaxDirectory) return false;
   size_ = place.size;
   shift_ = place.shift;
   if (bytes_ == nullptr) {

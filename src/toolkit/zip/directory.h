@@ -28,9 +28,10 @@ struct Entry {
 
 class Directory {
  public:
-  // Reads the directory at the end of the file. False when there is none, it is beyond the limits
-  // or memory runs out. Called once. It ends where its bytes are no entry any more.
-  bool Load(const storage::HandleReader& reader);
+  // Reads the directory at the end of a file of `fileSize` bytes. False when there is none, it is
+  // beyond the limits or memory runs out. Called once. It ends where its bytes are no entry any
+  // more.
+  bool Load(const storage::HandleReader& reader, uint64_t fileSize);
 
   // The same from the headers of the members, for a package without a directory: local_headers.h.
   bool Rebuild(const storage::HandleReader& reader);

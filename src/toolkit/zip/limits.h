@@ -34,7 +34,7 @@ inline constexpr uint32_t kInputBlock = 4096;
 
 // A deflated member of up to that many bytes is inflated at once and kept, so that a reader may
 // move in it freely; of a larger one, only what is read is inflated.
-inline constexpr uint32_t kMaxKept = 8192;
+inline constexpr uint32_t kMaxKept = 4096;
 
 // Bytes of one deflated member that can be read. A probe reads kilobytes; a nested package, which
 // is read from its end, has to be inflated whole. That takes about 0.2 s.

@@ -17,7 +17,7 @@ constexpr auto kMaxSize = static_cast<uint64_t>(std::numeric_limits<int64_t>::ma
 
 // As many bytes as the directory claims and the limits allow.
 uint64_t Readable(const Entry& entry) {
-  const uint64_t packed = std::min(entry.packedSize, kMaxInflated);
+  const uint64_t packed = std::min(entry.packedSize, kMaxInflated);  // so that it cannot overflow
   return std::min({entry.size, kMaxInflated, std::max(kFreeOfRatio, packed * kMaxRatio)});
 }
 
@@ -40,7 +40,7 @@ StoredHandle::StoredHandle(ZipView& view, const Entry& entry, uint64_t data)
 
 int32_t StoredHandle::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   const auto from = static_cast<uint64_t>(offset);
-  if (from >= size_ || from > kMaxSize - std::min(data_, kMaxSize)) return 0;
+  if (from >= size_) return 0;
   size = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - from));
   if (size > kInputBlock) {
     *count = view_.reader().ReadAt(data_ + from, buffer, size);

@@ -1,5 +1,6 @@
 // Handles on the members of a ZIP package view. The size is the one that the directory claims;
-// reads end there, or before, where the data does. Checksums are not compared.
+// reads end there, or before, where the data does. Checksums are not compared. The packed data
+// lies within the file.
 #ifndef FI_TOOLKIT_ZIP_MEMBER_HANDLE_H_
 #define FI_TOOLKIT_ZIP_MEMBER_HANDLE_H_
 

@@ -37,9 +37,7 @@ int32_t OpenRepairedView(IOHandle* handle, uint32_t nesting, IOHandle** target) 
 }
 
 ZipView::ZipView(IOHandle* handle, uint32_t nesting)
-    : PositionedHandle({}, nesting), reader_(handle) {}
-
-int64_t ZipView::Size() { return static_cast<int64_t>(reader_.Size()); }
+    : PositionedHandle({}, nesting), reader_(handle), fileSize_(reader_.Size()) {}
 
 int32_t ZipView::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   *count = reader_.ReadAt(static_cast<uint64_t>(offset), buffer, size);
@@ -83,16 +81,20 @@ std::unique_ptr<Inflater> ZipView::TakeInflater() {
 void ZipView::GiveBack(std::unique_ptr<Inflater> inflater) { idle_ = std::move(inflater); }
 
 // The local header is read together with what is probably needed of the data behind it. It tells
-// where that begins; everything else is taken from the directory.
-bool ZipView::Locate(const Entry& entry, uint64_t* data) {
+// where that begins; everything else is taken from the directory, whose packed size then is no
+// larger than the file has room for.
+bool ZipView::Locate(Entry* entry, uint64_t* data) {
   constexpr uint32_t kExpectedExtra = 64;
-  const uint64_t expected = local::kSize + entry.name.size() + kExpectedExtra;
-  const uint64_t most = expected + std::min<uint64_t>(entry.packedSize, kInputBlock);
-  const std::span<const uint8_t> header = Input(entry.localOffset, local::kSize, most);
+  const uint64_t expected = local::kSize + entry->name.size() + kExpectedExtra;
+  const uint64_t most = expected + std::min<uint64_t>(entry->packedSize, kInputBlock);
+  const std::span<const uint8_t> header = Input(entry->localOffset, local::kSize, most);
   if (header.size() < local::kSize || LoadLE32(header.data()) != local::kSignature) return false;
   const uint64_t length = uint64_t{local::kSize} + LoadLE16(header.data() + local::kNameLength) +
                           LoadLE16(header.data() + local::kExtraLength);
-  return !__builtin_add_overflow(entry.localOffset, length, data);
+  if (length > fileSize_ - std::min(entry->localOffset, fileSize_)) return false;
+  *data = entry->localOffset + length;
+  entry->packedSize = std::min(entry->packedSize, fileSize_ - *data);
+  return true;
 }
 
 int32_t ZipView::OpenMember(IOHandle** target, const IOMemberSource& source) {
@@ -104,7 +106,7 @@ int32_t ZipView::OpenMember(IOHandle** target, const IOMemberSource& source) {
     return *target == nullptr ? kIoError : kIoOk;
   }
   uint64_t data = 0;
-  if ((entry.flags & kEncrypted) != 0 || !Locate(entry, &data)) return kIoError;
+  if ((entry.flags & kEncrypted) != 0 || !Locate(&entry, &data)) return kIoError;
   if (entry.method == kStored) {
     *target = new (std::nothrow) StoredHandle(*this, entry, data);
   } else if (entry.method == kDeflated) {

@@ -29,7 +29,10 @@ class ZipView final : public io::PositionedHandle {
  public:
   ZipView(IOHandle* handle, uint32_t nesting);
 
-  bool Load() { return directory_.Load(reader_); }
+  // Reads the directory. False when the bytes are no package.
+  bool Load() { return directory_.Load(reader_, fileSize_); }
+
+  // The same by the headers of the members.
   bool Rebuild() { return directory_.Rebuild(reader_); }
 
   const storage::HandleReader& reader() const { return reader_; }
@@ -50,7 +53,7 @@ class ZipView final : public io::PositionedHandle {
   int32_t OtherInfo(uint32_t code, void* out) override;
 
  protected:
-  int64_t Size() override;
+  int64_t Size() override { return static_cast<int64_t>(fileSize_); }
   int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override;
   int32_t OpenMember(IOHandle** target, const IOMemberSource& source) override;
 
@@ -58,9 +61,10 @@ class ZipView final : public io::PositionedHandle {
   ~ZipView() override = default;
 
   int32_t TellName(IOMemberName* question);
-  bool Locate(const Entry& entry, uint64_t* data);
+  bool Locate(Entry* entry, uint64_t* data);
 
   const storage::HandleReader reader_;
+  const uint64_t fileSize_;
   Directory directory_;
   std::unique_ptr<Inflater> idle_;
   uint64_t inflatable_ = kMaxInflatedByView;
