@@ -73,6 +73,23 @@ constexpr MemberRule kMemberRules[] = {
     {kFormatIsdocx, "manifest.xml", "isdoc.cz/namespace", "", ""},
 };
 
+constexpr MemberRule kCutDocuments[] = {
+    {kFormatWordXmlMacroDocument2007, "word/document.xml", "", "word/vbaProject.bin", ""},
+    {kFormatWordXmlDocument2007, "word/document.xml", "", "", ""},
+    {kFormatExcelXmlMacroWorkbook2007, "xl/workbook.xml", "", "xl/vbaProject.bin", ""},
+    {kFormatExcelXmlWorkbook2007, "xl/workbook.xml", "", "", ""},
+    {kFormatExcelXmlWorkbook2007, "xl/worksheets/sheet1.xml", "", "", ""},
+    {kFormatExcelBinaryWorkbook2007, "xl/workbook.bin", "", "", ""},
+    {kFormatExcelBinaryWorkbook2007, "xl/worksheets/sheet1.bin", "", "", ""},
+    {kFormatPowerPointXmlMacroPresentation2007, "ppt/presentation.xml", "", "ppt/vbaProject.bin",
+     ""},
+    {kFormatPowerPointXmlPresentation2007, "ppt/presentation.xml", "", "", ""},
+    {kFormatPowerPointXmlPresentation2007, "ppt/slides/slide1.xml", "", "", ""},
+    {kFormatVisioXmlDrawing2013, "visio/document.xml", "", "", ""},
+    {kFormatXps, "FixedDocSeq.fdseq", "schemas.microsoft.com/xps/2005/06", "", ""},
+    {kFormatXps, "FixedDocumentSequence.fdseq", "schemas.microsoft.com/xps/2005/06", "", ""},
+};
+
 // Bytes of a member in which its text is looked for.
 constexpr uint32_t kTextBytes = 2048;
 
@@ -142,14 +159,19 @@ bool Fits(IOHandle* package, std::string_view name, bool isFirst, const NameRule
   return rule.sibling.empty() || HasSibling(package, name, rule);
 }
 
-}  // namespace
-
-FormatId FormatOfMembers(IOHandle* package) {
-  for (const MemberRule& rule : kMemberRules) {
+template <size_t count>
+FormatId FirstThatFits(IOHandle* package, const MemberRule (&rules)[count]) {
+  for (const MemberRule& rule : rules) {
     if (Fits(package, rule)) return rule.id;
   }
   return kNoMatch;
 }
+
+}  // namespace
+
+FormatId FormatOfMembers(IOHandle* package) { return FirstThatFits(package, kMemberRules); }
+
+FormatId FormatOfCutDocument(IOHandle* package) { return FirstThatFits(package, kCutDocuments); }
 
 FormatId FormatOfNames(IOHandle* package) {
   bool onlyArrays = true;

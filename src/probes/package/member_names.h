@@ -13,6 +13,10 @@ FormatId FormatOfMembers(IOHandle* package);
 // By members of which a part of the name is fixed.
 FormatId FormatOfNames(IOHandle* package);
 
+// Office Open XML and XPS packages whose relationships and content types are lost, by a part that
+// only they have: the kind of document, of which it is not known whether it is a template.
+FormatId FormatOfCutDocument(IOHandle* package);
+
 // Java archives, which lack what would make them another format: the last that is asked.
 FormatId FormatOfJavaArchive(IOHandle* package);
 

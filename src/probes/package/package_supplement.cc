@@ -55,6 +55,7 @@ FormatId PackageSupplement(IOHandle* handle) {
     int32_t extra = 0;
     FormatId id = FormatOfPackage(package.get(), &extra);
     if (id == kFormatZip || id == kNoMatch) id = RunSteps(package.get());
+    if (id == kNoMatch) id = FormatOfCutDocument(package.get());
     if (id != kNoMatch) return id;
   }
   return FormatOfMimetypeAtHead(handle);

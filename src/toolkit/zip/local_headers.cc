@@ -1,7 +1,8 @@
 // Each header tells how many packed bytes follow it, and so where the next one is. A writer that
 // could not go back left the sizes to a descriptor behind the data (flag bit 3): deflated data ends
-// where it says so itself; data that is only stored has no such end, and nothing is looked for
-// behind it, since what looks like a header there may be that of a package inside it.
+// where it says so itself, stored data at a descriptor of the size that lies in front of it.
+// Headers themselves are not searched for, since what looks like one may be that of a package
+// inside.
 
 #include "toolkit/zip/local_headers.h"
 
@@ -85,7 +86,35 @@ class Scan {
     }
     member->packedSize = left;
     member->size = kLargest;
+    if (member->method == kStored && later) return FindDescriptor(member);
     return member->method == kDeflated && (member->flags & kEncrypted) == 0 && Inflate(member);
+  }
+
+  // Finds the end of stored data by the descriptor behind it.
+  bool FindDescriptor(LocalMember* member) {
+    std::array<uint8_t, kInputBlock> block;
+    uint64_t passed = 0;
+    while (examined_ <= kMaxRebuiltExamined) {
+      const uint32_t count = reader_.ReadAt(member->data + passed, block.data(), kInputBlock);
+      for (uint32_t i = 0; count - i >= descriptor::kSize && i < count; ++i) {
+        if (block[i] != 'P' || !IsDescriptor(block.data() + i, count - i, passed + i)) continue;
+        member->packedSize = member->size = passed + i;
+        return true;
+      }
+      if (count < kInputBlock) return false;
+      // What is left may be the beginning of a wide one.
+      passed += kInputBlock - descriptor::kWideSize + 1;
+      examined_ += kInputBlock;
+    }
+    return false;
+  }
+
+  // Of stored data of `size` bytes.
+  static bool IsDescriptor(const uint8_t* bytes, uint32_t count, uint64_t size) {
+    if (LoadLE32(bytes) != descriptor::kSignature) return false;
+    const uint8_t* const sizes = bytes + descriptor::kPackedSize;
+    if (LoadLE32(sizes) == size && LoadLE32(sizes + 4) == size) return true;
+    return count >= descriptor::kWideSize && LoadLE64(sizes) == size && LoadLE64(sizes + 8) == size;
   }
 
   // Finds the end of deflated data by inflating it.
@@ -104,8 +133,8 @@ class Scan {
         rest = rest.subspan(step.consumed);
         packed += step.consumed;
         size += step.produced;
-        inflated_ += step.consumed + step.produced;
-        if (inflated_ > kMaxRebuiltInflated) return false;
+        examined_ += step.consumed + step.produced;
+        if (examined_ > kMaxRebuiltExamined) return false;
       } while (!step.ended && step.produced > 0);
       if (step.ended) {
         member->packedSize = packed;
@@ -117,10 +146,10 @@ class Scan {
     return false;
   }
 
-  // Where the next member begins. A descriptor has three or four fields, of which two are sizes of
-  // four or eight bytes.
+  // Where the next member begins. A descriptor may lack its signature, and has narrow or wide
+  // sizes.
   bool SkipDescriptor(const LocalMember& member, uint64_t* next) {
-    constexpr uint32_t kLongest = 24;
+    constexpr uint32_t kLongest = descriptor::kWideSize;
     *next = member.data + member.packedSize;
     if ((member.flags & kSizesBehind) == 0) return true;
     std::array<uint8_t, kLongest + 4> behind{};
@@ -166,7 +195,7 @@ class Scan {
   const uint64_t fileSize_;
   RebuiltDirectory& directory_;
   uint64_t capacity_ = 0;
-  uint64_t inflated_ = 0;
+  uint64_t examined_ = 0;
   uint32_t nameLength_ = 0;
   Inflater inflater_;
   std::array<uint8_t, local::kSize + kMaxName> block_;

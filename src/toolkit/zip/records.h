@@ -29,6 +29,14 @@ inline constexpr uint32_t kNameLength = 26;
 inline constexpr uint32_t kExtraLength = 28;
 }  // namespace local
 
+// Behind a member's data: checksum and sizes, which are wide in ZIP64. The signature is optional.
+namespace descriptor {
+inline constexpr uint32_t kSignature = 0x08074B50;
+inline constexpr uint32_t kSize = 16;
+inline constexpr uint32_t kWideSize = 24;
+inline constexpr uint32_t kPackedSize = 8;
+}  // namespace descriptor
+
 // An entry of the central directory, followed by name, extra fields and comment.
 namespace central {
 inline constexpr uint32_t kSignature = 0x02014B50;
