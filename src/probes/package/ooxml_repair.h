@@ -8,10 +8,10 @@
 
 namespace fi {
 
-// The format of the package by its main part, as ECMA-376 Part 2 compares names: a target may begin
-// at the root, and letters count without regard to case. Where the relationships are missing, an
-// entry of the content types that only a main part can have decides. kNoMatch when none does.
-FormatId RepairedOfficeOpenXml(IOHandle* package);
+// The format of a package view by its main part, as ECMA-376 Part 2 compares names: a target may
+// begin at the root, and letters count without regard to case. Where the relationships are missing,
+// an entry of the content types that only a main part can have decides. kNoMatch when none does.
+FormatId RepairedOfficeOpenXml(IOHandle* view);
 
 }  // namespace fi
 
