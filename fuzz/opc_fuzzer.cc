@@ -4,13 +4,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "formatid/io.h"
 #include "platform/io.h"
 #include "platform/package.h"
-#include "tests/support/zip_writer.h"
+#include "tests/support/bytes.h"
 
 namespace {
 
@@ -28,17 +30,32 @@ void Require(bool holds) {
   if (!holds) __builtin_trap();
 }
 
+// A header of a stored member: of its own, or that of the directory when `offset` is given.
+std::string Header(const std::string& name, size_t size, std::optional<size_t> offset) {
+  std::string bytes = offset ? fi::testing::Bytes("PK\1\2\x14\0") : "PK\3\4";
+  bytes += fi::testing::LittleEndian(20, 2) + std::string(12, '\0');
+  bytes += fi::testing::LittleEndian(size, 4) + fi::testing::LittleEndian(size, 4);
+  bytes += fi::testing::LittleEndian(name.size(), offset ? 14 : 4);
+  if (offset) bytes += fi::testing::LittleEndian(*offset, 4);
+  return bytes + name;
+}
+
 std::string Package(std::string_view input) {
   if (input.starts_with("PK")) return std::string(input);
-  fi::testing::ZipWriter writer;
+  std::string bytes;
+  std::string directory;
   for (const char* name : kMembers) {
     const size_t end = input.find('\x1C');
-    fi::testing::ZipMember stored;
-    stored.method = 0;
-    writer.Add(name, std::string(input.substr(0, end)), stored);
-    input.remove_prefix(end == input.npos ? input.size() : end + 1);
+    const std::string_view member = input.substr(0, end);
+    directory += Header(name, member.size(), bytes.size());
+    bytes.append(Header(name, member.size(), {})).append(member);
+    input.remove_prefix(end == std::string_view::npos ? input.size() : end + 1);
   }
-  return writer.Finish();
+  const std::string count = fi::testing::LittleEndian(std::size(kMembers), 2);
+  const std::string place =
+      fi::testing::LittleEndian(directory.size(), 4) + fi::testing::LittleEndian(bytes.size(), 4);
+  bytes += directory + fi::testing::Bytes("PK\5\6\0\0\0\0") + count + count;
+  return bytes + place + std::string(2, '\0');
 }
 
 void CheckText(const PKGRelationship& relationship) {

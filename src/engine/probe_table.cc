@@ -4,25 +4,76 @@
 #include <iterator>
 
 #include "platform/format_ids.h"
+#include "probes/archive/arj.h"
+#include "probes/archive/cabinet.h"
+#include "probes/archive/cpio.h"
+#include "probes/archive/disk_image.h"
+#include "probes/archive/lzma_alone.h"
+#include "probes/archive/tar.h"
+#include "probes/archive/zstandard.h"
+#include "probes/content/afp.h"
 #include "probes/content/card_calendar.h"
+#include "probes/content/chat_log.h"
 #include "probes/content/dif.h"
+#include "probes/content/dxf_text.h"
 #include "probes/content/encoded_text.h"
 #include "probes/content/eps_preview.h"
 #include "probes/content/escape_sequence.h"
+#include "probes/content/executable.h"
 #include "probes/content/header_checksum.h"
 #include "probes/content/high_byte_density.h"
+#include "probes/content/hpgl.h"
+#include "probes/content/link_text.h"
 #include "probes/content/mail.h"
 #include "probes/content/marker_sequence.h"
+#include "probes/content/pcapng.h"
+#include "probes/content/pdf_header.h"
 #include "probes/content/pict.h"
+#include "probes/content/printer_data.h"
 #include "probes/content/ptf_header.h"
 #include "probes/content/record_triplet.h"
+#include "probes/content/registry_hive.h"
 #include "probes/content/sfnt.h"
 #include "probes/content/text_version.h"
+#include "probes/content/torrent.h"
 #include "probes/content/version_digit.h"
 #include "probes/content/versioned_6100.h"
+#include "probes/content/word_perfect_42.h"
+#include "probes/content/word_pro.h"
+#include "probes/content/works_mac.h"
+#include "probes/content/worksheet_version.h"
 #include "probes/content/x_bitmap.h"
+#include "probes/content/x_pixmap.h"
+#include "probes/database/columnar.h"
+#include "probes/database/dbase.h"
+#include "probes/database/hdf5.h"
+#include "probes/database/paradox.h"
+#include "probes/font/opentype.h"
+#include "probes/font/web_fonts.h"
+#include "probes/image/anymap.h"
+#include "probes/image/apple_icon.h"
+#include "probes/image/cgm.h"
+#include "probes/image/icon.h"
+#include "probes/image/jpeg.h"
+#include "probes/image/macpaint.h"
+#include "probes/image/xwd.h"
+#include "probes/markup/markup.h"
+#include "probes/markup/message_history.h"
+#include "probes/media/ac3.h"
+#include "probes/media/adts.h"
+#include "probes/media/asf.h"
 #include "probes/media/iso_media.h"
+#include "probes/media/matroska.h"
+#include "probes/media/mpeg_audio.h"
+#include "probes/media/mpeg_stream.h"
 #include "probes/media/ogg.h"
+#include "probes/media/quicktime.h"
+#include "probes/media/real_media.h"
+#include "probes/media/riff.h"
+#include "probes/media/transport_stream.h"
+#include "probes/model/shapefile.h"
+#include "probes/model/sized_models.h"
+#include "probes/model/stl.h"
 #include "probes/package/dispatcher.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/designer.h"
@@ -49,8 +100,11 @@ FormatId OfStream(const ProbeCall& call) {
 // keep their rows: a code without one changes how a program goes on behind it.
 FormatId NoProbe(const ProbeCall& /*call*/) { return kNoMatch; }
 
-// The five bytes that lead here are proof enough; this code never answers no match.
-FormatId RichText(const ProbeCall& /*call*/) { return kFormatRichText; }
+// What leads here is proof enough: five bytes of Rich Text, the namespace of Domino XML.
+template <FormatId id>
+FormatId Settled(const ProbeCall& /*call*/) {
+  return id;
+}
 
 // The code is the format that the storage's class stands for.
 FormatId PerfectOfficeMain(const ProbeCall& call) {
@@ -61,6 +115,10 @@ FormatId MessageClass(const ProbeCall& call) { return MapMessageClass(call.run.s
 
 FormatId Mail(const ProbeCall& call) {
   return MailProbe(call.run.stream, call.run.extension.data());
+}
+
+FormatId HpGl(const ProbeCall& call) {
+  return HpGlProbe(call.run.stream, call.run.extension.data());
 }
 
 FormatId Classifier(const ProbeCall& call) {
@@ -89,39 +147,40 @@ FormatId MarkerSequence(const ProbeCall& call) {
 
 // Sorted by code, for the search below.
 constexpr ProbeEntry kProbes[] = {
-    {1003, NoProbe},
-    {1007, NoProbe},
+    {1003, NoProbe},  // WordStar up to version 4 has no header, and high bits mark its words as
+                      // they do others
+    {1007, NoProbe},  // of which word processor is not known
     {1010, OfStream<HeaderChecksumProbe>},
-    {1018, NoProbe},
+    {1018, NoProbe},  // of which word processor is not known
     {1019, OfStream<EscapeSequenceProbe>},
-    {1020, NoProbe},
+    {1020, NoProbe},  // of which word processor is not known
     {1021, MarkerSequence<120>},
-    {1023, NoProbe},
-    {1025, NoProbe},
-    {1028, RichText},
-    {1034, NoProbe},
-    {1041, NoProbe},
+    {1023, OfStream<WordPerfect42Probe>},
+    {1025, NoProbe},  // of which word processor is not known
+    {1028, Settled<kFormatRichText>},
+    {1034, NoProbe},  // of which word processor, of the Macintosh perhaps, is not known
+    {1041, NoProbe},  // of which word processor is not known
     {1057, OfStream<HighByteDensityProbe>},
     {1077, MarkerSequence<118>},
     {1082, OfStream<ProbeLegacyDocument>},
-    {1108, NoProbe},
+    {1108, OfStream<WordProProbe>},
     {1141, OfStream<CardCalendarProbe>},
     {1143, MessageClass},
     {1146, OfStream<ProbeWordFib>},
     {1168, OfStream<VersionDigitProbe>},
     {1187, Mail},
-    {1190, NoProbe},
-    {1201, NoProbe},
-    {1206, NoProbe},
-    {1210, NoProbe},
-    {1212, NoProbe},
-    {1213, NoProbe},
+    {1190, OfStream<MarkupProbe>},
+    {1201, NoProbe},  // which database format is meant is not known
+    {1206, NoProbe},  // which database format is meant is not known
+    {1210, NoProbe},  // R:BASE: no description of its header is public
+    {1212, NoProbe},  // which database format is meant is not known
+    {1213, NoProbe},  // R:BASE, the other form: no description of its header is public
     {1224, OfStream<ProbeNumberedStorages>},
     {1311, MessageClass},
-    {1341, NoProbe},
-    {1342, NoProbe},
-    {1416, NoProbe},
-    {1417, NoProbe},
+    {1341, OfStream<ChatLogProbe>},
+    {1342, OfStream<MessageHistoryProbe>},
+    {1416, OfStream<WorksheetVersionProbe>},
+    {1417, OfStream<WorksMacProbe>},
     {1445, OfStream<ProbeNativeContentMain>},
     {1446, OfStream<ProbeWorkbook>},
     {1447, PerfectOfficeMain},
@@ -129,46 +188,82 @@ constexpr ProbeEntry kProbes[] = {
     {1453, PerfectOfficeMain},
     {1472, OfStream<DifProbe>},
     {1504, OfStream<EpsPreviewProbe>},
-    {1505, NoProbe},
-    {1515, NoProbe},
-    {1518, NoProbe},
-    {1528, NoProbe},
-    {1535, NoProbe},
-    {1544, NoProbe},
-    {1557, NoProbe},
-    {1569, NoProbe},
-    {1570, NoProbe},
+    {1505, OfStream<CgmProbe>},
+    {1515, NoProbe},  // which bitmap without a signature is meant is not known
+    {1518, OfStream<MacPaintProbe>},
+    {1528, NoProbe},  // which image format is meant is not known
+    {1535, OfStream<JpegProbe>},
+    {1544, OfStream<DxfTextProbe>},
+    {1557, OfStream<PdfHeaderProbe>},
+    {1569, NoProbe},  // a graphic in a storage; which streams it has is not known
+    {1570, NoProbe},  // a graphic in a storage; which streams it has is not known
     {1571, OfStream<XBitmapProbe>},
-    {1572, NoProbe},
-    {1575, NoProbe},
+    {1572, OfStream<XPixmapProbe>},
+    {1575, OfStream<XwdProbe>},
     {1579, OfStream<ProbeDesignerDoc>},
-    {1580, NoProbe},
-    {1588, NoProbe},
+    {1580, HpGl},
+    {1588, NoProbe},  // which image format is meant is not known
     {1597, OfStream<ProbeVisioDocument>},
     {1601, OfStream<RecordTripletProbe>},
     {1631, OfStream<ProbeVisioDocument>},
     {1644, OfStream<TextVersionProbe>},
-    {1705, NoProbe},
-    {1710, NoProbe},
-    {1716, NoProbe},
-    {1720, NoProbe},
-    {1721, NoProbe},
+    {1705, OfStream<QuickTimeProbe>},
+    {1710, OfStream<MpegAudioProbe>},
+    {1716, OfStream<AsfProbe>},
+    {1720, OfStream<RealMediaProbe>},
+    {1721, OfStream<MpegStreamProbe>},
     {1723, OfStream<IsoMediaProbe>},
-    {1726, NoProbe},
+    {1726, OfStream<RiffProbe>},
     {1730, OfStream<OggProbe>},
     {1802, Package},
-    {1803, NoProbe},
-    {1807, NoProbe},
-    {1814, NoProbe},
-    {1820, NoProbe},
+    {1803, OfStream<TarProbe>},
+    {1807, NoProbe},  // which kind of compound file is meant is not known
+    {1814, OfStream<ExecutableProbe>},
+    {1820, OfStream<CabinetProbe>},
     {1999, Classifier},
-    {2007, NoProbe},
+    {2007, Settled<kFormatDominoXml>},
     {2202, OfStream<ProbeContentsStream>},
-    {2233, NoProbe},
-    {2400, NoProbe},
+    {2233, NoProbe},  // which kind of drawing is meant is not known
+    {2400, OfStream<LinkTextProbe>},
     {2404, Font},
-    {2405, NoProbe},
+    {2405, OfStream<FontCollectionProbe>},
     {2406, Font},
+    {3021, OfStream<ZstandardProbe>},
+    {3026, OfStream<LzmaAloneProbe>},
+    {3031, OfStream<CpioProbe>},
+    {3036, OfStream<ArjProbe>},
+    {3040, OfStream<OpticalDiscProbe>},
+    {3041, OfStream<AppleDiskImageProbe>},
+    {3042, OfStream<VirtualHardDiskProbe>},
+    {3065, OfStream<IconProbe>},
+    {3067, OfStream<AppleIconProbe>},
+    {3070, OfStream<AnymapProbe>},
+    {3094, OfStream<TaggedAudioProbe>},
+    {3095, OfStream<AdtsProbe>},
+    {3096, OfStream<Ac3Probe>},
+    {3111, OfStream<MatroskaProbe>},
+    {3114, OfStream<TransportStreamProbe>},
+    {3130, OfStream<OpenTypeCffProbe>},
+    {3131, OfStream<WoffProbe>},
+    {3132, OfStream<Woff2Probe>},
+    {3133, OfStream<EmbeddedOpenTypeProbe>},
+    {3141, OfStream<DbaseProbe>},
+    {3142, OfStream<ParadoxProbe>},
+    {3143, OfStream<ParquetProbe>},
+    {3144, OfStream<OrcProbe>},
+    {3145, OfStream<AvroProbe>},
+    {3146, OfStream<ArrowProbe>},
+    {3147, OfStream<Hdf5Probe>},
+    {3173, OfStream<AfpProbe>},
+    {3175, OfStream<PclProbe>},
+    {3176, OfStream<PjlProbe>},
+    {3221, OfStream<PcapngProbe>},
+    {3223, OfStream<RegistryHiveProbe>},
+    {3231, OfStream<TorrentProbe>},
+    {3244, OfStream<StlProbe>},
+    {3245, OfStream<GltfProbe>},
+    {3247, OfStream<ThreeDStudioProbe>},
+    {3250, OfStream<ShapefileProbe>},
     {4050, OfStream<EncodedTextProbe>},
     {5004, OfStream<PictHeaderProbe>},
     {6100, OfStream<Ad1Probe>},
@@ -178,9 +273,9 @@ constexpr ProbeEntry kProbes[] = {
     {6106, OfStream<EnCaseLx01Probe>},
     {6108, OfStream<EnCaseE01Probe>},
     {6200, OfStream<PtfHeaderProbe>},
-    {6201, NoProbe},
-    {6202, NoProbe},
-    {6203, NoProbe},
+    {6201, NoProbe},  // which XML vocabulary is meant is not known
+    {6202, NoProbe},  // which XML vocabulary is meant is not known
+    {6203, NoProbe},  // which XML vocabulary is meant is not known
 };
 
 constexpr bool IsSorted() {

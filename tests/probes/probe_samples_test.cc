@@ -6,12 +6,17 @@
 
 #include "formatid/platform.h"
 #include "probes/content/card_calendar.h"
+#include "probes/content/chat_log.h"
 #include "probes/content/dif.h"
+#include "probes/content/dxf_text.h"
 #include "probes/content/eps_preview.h"
 #include "probes/content/escape_sequence.h"
 #include "probes/content/header_checksum.h"
 #include "probes/content/high_byte_density.h"
+#include "probes/content/hpgl.h"
+#include "probes/content/link_text.h"
 #include "probes/content/marker_sequence.h"
+#include "probes/content/pdf_header.h"
 #include "probes/content/pict.h"
 #include "probes/content/plain_text.h"
 #include "probes/content/ptf_header.h"
@@ -20,9 +25,14 @@
 #include "probes/content/text_version.h"
 #include "probes/content/version_digit.h"
 #include "probes/content/versioned_6100.h"
+#include "probes/content/word_perfect_42.h"
 #include "probes/content/x_bitmap.h"
+#include "probes/content/x_pixmap.h"
+#include "probes/markup/markup.h"
+#include "probes/markup/message_history.h"
 #include "probes/media/iso_media.h"
 #include "probes/media/ogg.h"
+#include "probes/text_formats/text_formats.h"
 #include "tests/support/probe_run.h"
 #include "tests/support/samples.h"
 
@@ -52,6 +62,11 @@ Probe At(uint32_t offset, bool (*passes)(IdentificationStream*, uint32_t)) {
   };
 }
 
+// Of a probe that looks at the extension.
+Probe Named(const char* extension, FormatId (*probe)(IdentificationStream*, const char*)) {
+  return [extension, probe](IdentificationStream* stream) { return probe(stream, extension); };
+}
+
 TEST(ProbeSamples, HaveTheirAnswers) {
   const struct {
     const char* name;
@@ -60,7 +75,9 @@ TEST(ProbeSamples, HaveTheirAnswers) {
       {"ad1", Ad1Probe},
       {"ad1_encrypted", Ad1EncryptedProbe},
       {"card_calendar", CardCalendarProbe},
+      {"chat_log", ChatLogProbe},
       {"dif", DifProbe},
+      {"dxf_text", DxfTextProbe},
       {"encase_e01", EnCaseE01Probe},
       {"encase_ex01", EnCaseEx01Probe},
       {"encase_l01", EnCaseL01Probe},
@@ -69,18 +86,28 @@ TEST(ProbeSamples, HaveTheirAnswers) {
       {"escape_sequence", EscapeSequenceProbe},
       {"header_checksum", HeaderChecksumProbe},
       {"high_byte_density", From(11, HighByteDensityProbe)},
+      {"hpgl", Named("PLT", HpGlProbe)},
+      {"hpgl_named", Named("HGL", HpGlProbe)},
       {"iso_media", IsoMediaProbe},
+      {"link_text", LinkTextProbe},
       {"marker_sequence", At(118, MarkerSequenceProbe)},
+      {"markup", MarkupProbe},
+      {"message_history", MessageHistoryProbe},
       {"ogg", OggProbe},
+      {"pdf_header", PdfHeaderProbe},
       {"pict", PictHeaderProbe},
       {"plain_text", ClassifyPlainText},
       {"ptf_header", PtfHeaderProbe},
       {"record_triplet", RecordTripletProbe},
       {"sfnt", At(0, SfntDirectoryProbe)},
       {"sfnt_at_5", At(5, SfntDirectoryProbe)},
+      {"text_formats", Named("", TextFormatProbe)},
       {"text_version", TextVersionProbe},
       {"version_digit", From(8, VersionDigitProbe)},
+      {"word_perfect_42", WordPerfect42Probe},
       {"x_bitmap", XBitmapProbe},
+      {"x_pixmap", XPixmapProbe},
+      {"yaml", Named("YML", TextFormatProbe)},
   };
   for (const auto& test : probes) {
     ExpectSamples("probes/" + std::string(test.name) + ".txt", test.probe);

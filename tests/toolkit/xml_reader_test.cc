@@ -124,7 +124,7 @@ TEST(XmlReader, Masses) {
   };
   const auto numbered = [](const std::string& before, const std::string& behind, size_t count) {
     std::string all;
-    for (size_t i = 0; i < count; ++i) all += before + std::to_string(i) + behind;
+    for (size_t i = 0; i < count; ++i) all.append(before).append(std::to_string(i)).append(behind);
     return all;
   };
   const std::string prefix = "<a xmlns:p=\"" + std::string(512, 'u') + "\"";

@@ -112,6 +112,7 @@ GoOn IworkArchiveProbe(IOHandle* package, FormatId* id) {
     *id = kFormatEncryptedIWork;
     return kChainEnds;
   }
+  // Deliberate: a plain archive without a known message is no match, not a ZIP archive.
   const IworkApplication* application = content.FindApplication();
   if (encrypted) {
     *id = application == nullptr ? kFormatEncryptedIWork : application->encryptedId;

@@ -157,20 +157,20 @@ FormatId RefineByProperties(PKGHandle* package, FormatId id) {
   return RefineByVersion(id, properties.appMajor, strict);
 }
 
-GoOn OfficeOpenXmlProbe(IOHandle* handle, FormatId* id) {
-  const opc::OwnedPackage package = opc::OpenPackage(handle);
-  if (package == nullptr) return kGoOn;
+GoOn OfficeOpenXmlProbe(IOHandle* package, FormatId* id) {
+  const opc::OwnedPackage opened = opc::OpenPackage(package);
+  if (opened == nullptr) return kGoOn;
   PKGRelationship relationship{};
-  if (opc::FindRelationship(package.get(), kDatabaseTemplateType, &relationship)) {
+  if (opc::FindRelationship(opened.get(), kDatabaseTemplateType, &relationship)) {
     *id = kFormatAccessTemplatePackage;
     return kChainEnds;
   }
-  if (!FindMainPart(package.get(), &relationship)) return kChainEnds;
+  if (!FindMainPart(opened.get(), &relationship)) return kChainEnds;
   const std::u16string_view target(relationship.target, relationship.targetLength);
-  if (const opc::OwnedPart part = opc::OpenByName(package.get(), u"[Content_Types].xml")) {
+  if (const opc::OwnedPart part = opc::OpenByName(opened.get(), u"[Content_Types].xml")) {
     *id = FormatOfPart(PKGGetHIOFILE(part.get()), target);
   }
-  if (HasVersions(*id)) *id = RefineByProperties(package.get(), *id);
+  if (HasVersions(*id)) *id = RefineByProperties(opened.get(), *id);
   return kChainEnds;
 }
 

@@ -64,7 +64,7 @@ uint16_t OpenTarget(PKGHandle& source, const Relationships::Entry& entry, PKGHan
     PartName name;
     if (!ResolveReference(source.name.view(), text, escapes, &name)) continue;
     if (OpenPart(source.view, name, part) == kOk) return kOk;
-    if (text.find('%') == text.npos) break;
+    if (text.find('%') == std::string_view::npos) break;
   }
   return kFailure;
 }

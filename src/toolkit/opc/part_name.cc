@@ -51,7 +51,7 @@ size_t LastSegmentAt(std::string_view path) { return path.rfind('/') + 1; }
 bool AppendSegments(std::string_view path, PartName* name) {
   while (!path.empty()) {
     const size_t slash = path.find('/');
-    const bool isLast = slash == path.npos;
+    const bool isLast = slash == std::string_view::npos;
     const std::string_view segment = path.substr(0, slash);
     if (segment == "..") {
       std::string_view before = name->view();
@@ -59,7 +59,7 @@ bool AppendSegments(std::string_view path, PartName* name) {
       before.remove_suffix(1);
       name->Cut(LastSegmentAt(before));
     } else if (segment != ".") {
-      if (!name->Append(path.substr(0, isLast ? path.npos : slash + 1))) return false;
+      if (!name->Append(path.substr(0, isLast ? std::string_view::npos : slash + 1))) return false;
     }
     if (isLast) break;
     path.remove_prefix(slash + 1);

@@ -22,7 +22,7 @@ class PartName {
 
   // False, and nothing changes, when there is no room, or the text holds a NUL.
   bool Append(std::string_view text) {
-    if (text.size() > kMost - size_ || text.find('\0') != text.npos) return false;
+    if (text.size() > kMost - size_ || text.find('\0') != std::string_view::npos) return false;
     std::copy(text.begin(), text.end(), bytes_.data() + size_);
     size_ += text.size();
     return true;

@@ -1,0 +1,22 @@
+// Fonts packed for the web: WOFF and WOFF2 (W3C), which hold the size of the file behind their
+// mark, and Embedded OpenType, which begins with it.
+#ifndef FI_PROBES_FONT_WEB_FONTS_H_
+#define FI_PROBES_FONT_WEB_FONTS_H_
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// kFormatWoff or kNoMatch.
+FormatId WoffProbe(IdentificationStream* stream);
+
+// kFormatWoff2 or kNoMatch.
+FormatId Woff2Probe(IdentificationStream* stream);
+
+// kFormatEmbeddedOpenType or kNoMatch.
+FormatId EmbeddedOpenTypeProbe(IdentificationStream* stream);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_FONT_WEB_FONTS_H_

@@ -1,0 +1,15 @@
+#include "probes/image/apple_icon.h"
+
+#include "platform/format_ids.h"
+#include "probes/file_bytes.h"
+
+namespace fi {
+
+FormatId AppleIconProbe(IdentificationStream* stream) {
+  constexpr uint32_t kHeaderSize = 8;
+  const FileBytes<kHeaderSize> header(stream, 0);
+  if (!header.Holds(0, "icns") || header.DwordBE(4) < kHeaderSize) return kNoMatch;
+  return header.DwordBE(4) <= FileSize(stream) ? kFormatAppleIcon : kNoMatch;
+}
+
+}  // namespace fi

@@ -1,0 +1,15 @@
+// Apple icons: "icns" and the size of the file, then elements of a type and a size.
+#ifndef FI_PROBES_IMAGE_APPLE_ICON_H_
+#define FI_PROBES_IMAGE_APPLE_ICON_H_
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// kFormatAppleIcon or kNoMatch.
+FormatId AppleIconProbe(IdentificationStream* stream);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_IMAGE_APPLE_ICON_H_

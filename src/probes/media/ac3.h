@@ -1,0 +1,16 @@
+// AC-3 audio (ATSC A/52): frames one after the other, each with a sync word and a code from which
+// its length follows.
+#ifndef FI_PROBES_MEDIA_AC3_H_
+#define FI_PROBES_MEDIA_AC3_H_
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// kFormatAc3 or kNoMatch.
+FormatId Ac3Probe(IdentificationStream* stream);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_MEDIA_AC3_H_

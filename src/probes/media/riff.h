@@ -1,0 +1,17 @@
+// RIFF files (Resource Interchange File Format): "RIFF", the size of what follows, and the type of
+// the form, which says what the file holds.
+#ifndef FI_PROBES_MEDIA_RIFF_H_
+#define FI_PROBES_MEDIA_RIFF_H_
+
+#include "engine/id_stream.h"
+#include "formatid/formatid.h"
+
+namespace fi {
+
+// The identifier of the form where it has one, kFormatRiff for any other, or kNoMatch. REQUIRES:
+// the four letters have matched.
+FormatId RiffProbe(IdentificationStream* stream);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_MEDIA_RIFF_H_

@@ -1,0 +1,87 @@
+// Probes of binary formats, called by their codes, over the samples in tests/data/probes.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "engine/probe_table.h"
+#include "tests/support/probe_run.h"
+
+namespace fi {
+namespace {
+
+testing::Probe ByCode(uint16_t code) {
+  return [code](IdentificationStream* stream) {
+    SignatureRun run;
+    run.stream = stream;
+    const ProbeEntry* entry = FindProbe(code);
+    return entry == nullptr ? FormatId{0} : entry->run(ProbeCall{run, code});
+  };
+}
+
+TEST(ProbeCodes, HaveTheirAnswers) {
+  const struct {
+    uint16_t code;
+    const char* file;
+  } probes[] = {
+      {1108, "word_pro"},
+      {1416, "worksheet_version"},
+      {1417, "works_mac"},
+      {1505, "cgm"},
+      {1518, "macpaint"},
+      {1535, "jpeg"},
+      {1575, "xwd"},
+      {1705, "quicktime"},
+      {1710, "mpeg_audio"},
+      {1716, "asf"},
+      {1720, "real_media"},
+      {1721, "mpeg_stream"},
+      {1726, "riff"},
+      {1803, "tar"},
+      {1814, "executable"},
+      {1820, "cabinet"},
+      {2405, "font_collection"},
+      {3021, "zstandard"},
+      {3026, "lzma_alone"},
+      {3031, "cpio"},
+      {3036, "arj"},
+      {3040, "optical_disc"},
+      {3041, "apple_disk_image"},
+      {3042, "virtual_hard_disk"},
+      {3065, "icon"},
+      {3067, "apple_icon"},
+      {3070, "anymap"},
+      {3094, "tagged_audio"},
+      {3095, "adts"},
+      {3096, "ac3"},
+      {3111, "matroska"},
+      {3114, "transport_stream"},
+      {3130, "opentype_cff"},
+      {3131, "woff"},
+      {3132, "woff2"},
+      {3133, "embedded_opentype"},
+      {3141, "dbase"},
+      {3142, "paradox"},
+      {3143, "parquet"},
+      {3144, "orc"},
+      {3145, "avro"},
+      {3146, "arrow"},
+      {3147, "hdf5"},
+      {3173, "afp"},
+      {3175, "pcl"},
+      {3176, "pjl"},
+      {3221, "pcapng"},
+      {3223, "registry_hive"},
+      {3231, "torrent"},
+      {3244, "stl"},
+      {3245, "gltf"},
+      {3247, "three_d_studio"},
+      {3250, "shapefile"},
+  };
+  for (const auto& test : probes) {
+    testing::ExpectSamples("probes/" + std::string(test.file) + ".txt", ByCode(test.code));
+  }
+}
+
+}  // namespace
+}  // namespace fi
