@@ -12,6 +12,7 @@
 #include <fstream>
 #include <string>
 
+#include "bench/packages.h"
 #include "formatid/formatid.h"
 
 namespace {
@@ -44,6 +45,8 @@ std::string Scenario(const std::string& name) {
   if (name == "drawing") return Behind(std::string("AC1015\0\0", 8));  // row 127
   if (name == "pdf") return Behind("%PDF-1.4\n");                      // row 134
   if (name == "text") return Prose();
+  if (name == "docx") return fi::bench::OfficeOpenXml();
+  if (name == "odt") return fi::bench::OpenDocument();
   return Binary();
 }
 
@@ -112,10 +115,14 @@ BENCHMARK_CAPTURE(FromMemory, hit_at_row_277, "png", 0u);
 BENCHMARK_CAPTURE(FromMemory, text, "text", kFiTextFallback | kFiDelimitedText);
 BENCHMARK_CAPTURE(FromMemory, text_and_supplement, "text",
                   kFiTextFallback | kFiDelimitedText | kFiSupplement);
+BENCHMARK_CAPTURE(FromMemory, office_open_xml, "docx", 0u);
+BENCHMARK_CAPTURE(FromMemory, open_document, "odt", 0u);
 BENCHMARK(OpenReadClose);
 BENCHMARK_CAPTURE(FromFile, signature, "pdf");
 BENCHMARK_CAPTURE(FromFile, nothing, "binary");
 BENCHMARK_CAPTURE(FromFile, text, "text");
+BENCHMARK_CAPTURE(FromFile, office_open_xml, "docx");
+BENCHMARK_CAPTURE(FromFile, open_document, "odt");
 
 }  // namespace
 

@@ -50,6 +50,7 @@ set(formatid_link_options
     -Wl,--gc-sections
     -Wl,-z,relro
     -Wl,-z,now)
+set(formatid_module_link_options ${formatid_link_options})
 if(NOT FORMATID_SANITIZE)
   # The sanitizers need the shared runtime, whose functions they replace.
   list(APPEND formatid_link_options -static-libstdc++ -static-libgcc)

@@ -19,6 +19,7 @@ file(RELATIVE_PATH formatid_pc_includedir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTAL
 configure_file(${formatid_template_dir}/formatid.pc.in ${formatid_output_dir}/formatid.pc @ONLY)
 
 install(TARGETS formatid EXPORT formatidTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS formatid_iwork_module LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/formatid)
 install(TARGETS formatid_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/formatid DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT formatidTargets NAMESPACE formatid:: DESTINATION ${formatid_package_dir})

@@ -7,6 +7,7 @@
 #include "engine/signature_walk.h"
 #include "platform/format_ids.h"
 #include "probes/file_bytes.h"
+#include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
 #include "probes/text_formats/text_formats.h"
@@ -50,6 +51,8 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
     case kFormatPlainCodePageText:
     case kFormatPlainUtf8Text:
       return Content(TextFormatProbe(run.stream, run.extension.data()));
+    case kFormatZip:
+      return Content(PackageSupplement(run.stream->handle));
     case kFormatOutlookMessage:
     case kFormatOutlookItemTemplate:
       return Content(MapWideMessageClass(run.stream, id));

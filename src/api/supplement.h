@@ -24,9 +24,9 @@ bool IsGeneralAnswer(FormatId id);
 // are left anywhere.
 SupplementAnswer AskSupplementSignatures(SignatureRun& run);
 
-// Asks the probes that look into what `id` stands for: storages of an unknown kind, message items
-// whose class is not told, text, and what may be text in part. No answer for every other
-// identifier. The stream and the handle are left anywhere.
+// Asks the probes that look into what `id` stands for: ZIP archives, storages of an unknown kind,
+// message items whose class is not told, text, and what may be text in part. No answer for every
+// other identifier. The stream and the handle are left anywhere.
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
 
 // Whether the file's first bytes show that it is no text of 8-bit characters.

@@ -74,6 +74,7 @@
 #include "probes/model/shapefile.h"
 #include "probes/model/sized_models.h"
 #include "probes/model/stl.h"
+#include "probes/package/dispatcher.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/designer.h"
 #include "probes/storage/legacy_document.h"
@@ -124,6 +125,13 @@ FormatId Classifier(const ProbeCall& call) {
   call.run.classifierRan = 1;
   FormatId id = kFormatUnknown;
   call.run.status = ClassifyCompoundDocument(call.run.stream, call.run.extension.data(), &id);
+  return id;
+}
+
+FormatId Package(const ProbeCall& call) {
+  int32_t extra = 0;
+  const FormatId id = PackageProbe(call.run.stream, &extra);
+  call.run.status = static_cast<uint32_t>(extra);
   return id;
 }
 
@@ -207,7 +215,7 @@ constexpr ProbeEntry kProbes[] = {
     {1723, OfStream<IsoMediaProbe>},
     {1726, OfStream<RiffProbe>},
     {1730, OfStream<OggProbe>},
-    {1802, NoProbe},
+    {1802, Package},
     {1803, OfStream<TarProbe>},
     {1807, NoProbe},  // which kind of compound file is meant is not known
     {1814, OfStream<ExecutableProbe>},

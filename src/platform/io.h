@@ -4,7 +4,9 @@
 #define FI_PLATFORM_IO_H_
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
+#include <string_view>
 
 #include "formatid/io.h"
 
@@ -63,6 +65,24 @@ struct HandleCloser {
 
 // A handle that the library opened and closes.
 using OwnedHandle = std::unique_ptr<IOHandle, HandleCloser>;
+
+// The member `path` of the package view `package`, which must outlive it; null when there is none.
+// `status`, where it is not null, receives the result of the open operation.
+inline OwnedHandle OpenMember(IOHandle* package, std::string_view path, int32_t* status = nullptr) {
+  IOMemberSource source;
+  source.parent = package;
+  source.position = -1;
+  source.working[0] = source.working[1] = 0;
+  IOHandle* member = nullptr;
+  int32_t result = kIoNotFound;
+  if (path.size() < sizeof source.path) {
+    std::memcpy(source.path, path.data(), path.size());
+    source.path[path.size()] = '\0';
+    result = package->operations->open(package, &member, kIoSourcePackageMember, &source, 0);
+  }
+  if (status != nullptr) *status = result;
+  return OwnedHandle(result == kIoOk ? member : nullptr);
+}
 
 }  // namespace fi::io
 

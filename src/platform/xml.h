@@ -2,8 +2,8 @@
 // terminated by 0; lengths count characters without the terminator.
 //
 // A reader knows the elements that tag maps name. It delivers the starts and ends of all elements;
-// nothing is expanded beyond the five entities that XML itself has, and what stood before a fault
-// is delivered before the fault.
+// nothing is expanded beyond the five entities that XML itself has, a document with declarations of
+// its own counts as faulty, and what stood before a fault is delivered before the fault.
 #ifndef FI_PLATFORM_XML_H_
 #define FI_PLATFORM_XML_H_
 
@@ -17,7 +17,7 @@ extern "C" {
 enum {
   kXmlOk = 0,
   kXmlNoElement = 101,  // something that is no element (a processing instruction, a comment) was
-                        // passed: reading goes on
+                        // passed: reading goes on. Readers of other toolkits answer it
   kXmlEndOfData = -1,   // the document has ended
   kXmlMalformed = -2,   // a fault in the document, or a limit reached
   kXmlFailure = -3,     // the reader was not set up, or there is no memory
@@ -25,6 +25,9 @@ enum {
 
 // Of UTXMLTag::flags.
 constexpr uint32_t kXmlEndTag = 0x1000;
+
+// Of UTXMLFindStringInMap.
+constexpr uint16_t kXmlNotInMap = 0xFFFF;
 
 struct UTXMLTagName {
   uint32_t id;            // not 0
@@ -67,12 +70,13 @@ int32_t UTXMLSetOption(UTXMLReader* reader, uint32_t option, uint32_t value) noe
 int32_t UTXMLReadNextTag(UTXMLReader* reader, UTXMLTag* tag, void* workArea) noexcept;
 
 // The first attribute of that local name, in any namespace, of the current start tag. `*value` is
-// valid until the next call of UTXMLReadNextTag or UTXMLReadContent. Returns 0 when it exists.
+// valid until the next call of UTXMLReadNextTag. Returns 0 when it exists.
 int32_t UTXMLGetAttribute(UTXMLReader* reader, uint32_t attributeNamespaceNumber,
                           const char* localName, const char16_t** value, uint32_t* length) noexcept;
 
 // Copies the character data between the current tag and the next one, up to `capacity` characters,
-// not terminated. `mode` is reserved: 1.
+// not terminated. `mode` is reserved: 1. Returns 0, without such data too; data in which a fault
+// stands may be cut before it.
 int32_t UTXMLReadContent(UTXMLReader* reader, uint32_t mode, char16_t* buffer, uint32_t capacity,
                          uint32_t* length) noexcept;
 
@@ -80,7 +84,7 @@ int32_t UTXMLReadContent(UTXMLReader* reader, uint32_t mode, char16_t* buffer, u
 // `end` is not null, is the first character behind them. Returns 0.
 int32_t UTXMLGetDecDWord(const char16_t* text, uint32_t* value, const char16_t** end) noexcept;
 
-// The index of the entry of that name, whose value goes to `*value`; 0xFFFF when there is none.
+// The index of the entry of that name, whose value goes to `*value`; kXmlNotInMap without one.
 uint16_t UTXMLFindStringInMap(const char16_t* text, const UTXMLStringValue* map, uint32_t count,
                               uint32_t* value) noexcept;
 

@@ -195,4 +195,25 @@ EncryptedPackage WriteAgile(std::string_view plaintext, const AgileSettings& set
   return result;
 }
 
+EncryptedIwork WriteIwork(const std::string& plaintext, const IworkSettings& settings) {
+  const std::string salt = Fixed(16, 's');
+  const std::string iv = Fixed(kBlock, 'i');
+  const std::string random = Fixed(32, 'r');
+  const auto size = static_cast<int>(settings.password.size());
+  std::string key(16, '\0');
+  std::string mac(20, '\0');
+  Check(PKCS5_PBKDF2_HMAC_SHA1(settings.password.data(), size, Data(salt), 16,
+                               static_cast<int>(settings.rounds), 16, Data(key)) == 1 &&
+        HMAC(Hash("SHA1"), settings.password.data(), size, Data(plaintext), plaintext.size(),
+             Data(mac), nullptr) != nullptr);
+  const size_t padding = kBlock - plaintext.size() % kBlock;
+  const char fill = settings.padding != 0 ? settings.padding : static_cast<char>(padding);
+  const std::string padded = Fixed(kBlock, 'x') + plaintext + std::string(padding, fill);
+  EncryptedIwork result;
+  result.verifier = Number(2, 2) + Number(1, 2) + Number(settings.rounds, 4) + salt + iv +
+                    Encrypt(key, iv, random + Digest("SHA256", random));
+  result.member = iv + Encrypt(key, iv, padded) + mac;
+  return result;
+}
+
 }  // namespace fi::testing

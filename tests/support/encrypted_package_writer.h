@@ -1,4 +1,4 @@
-// Writes the two streams of an encrypted package.
+// Writes the two streams of an encrypted Office package, and members of encrypted iWork packages.
 #ifndef FI_TESTS_SUPPORT_ENCRYPTED_PACKAGE_WRITER_H_
 #define FI_TESTS_SUPPORT_ENCRYPTED_PACKAGE_WRITER_H_
 
@@ -33,6 +33,18 @@ struct AgileSettings {
   std::u16string password = u"secret";
 };
 
+struct EncryptedIwork {
+  std::string verifier;  // ".iwpv2"
+  std::string member;
+};
+
+struct IworkSettings {
+  uint32_t rounds = 1000;
+  std::string password = "secret";
+  char padding = 0;  // in place of the right number
+};
+
+EncryptedIwork WriteIwork(const std::string& plaintext, const IworkSettings& settings);
 EncryptedPackage WriteStandard(std::string_view plaintext, const StandardSettings& settings);
 EncryptedPackage WriteAgile(std::string_view plaintext, const AgileSettings& settings);
 

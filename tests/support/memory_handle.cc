@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "toolkit/zip/zip_view.h"
+
 namespace fi::testing {
 
 // 64-bit positions are denied through get-info, as a host does whose table has the slots anyway.
@@ -89,8 +91,10 @@ int32_t MemoryHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) {
   }
 }
 
-int32_t MemoryHandle::Open(IOHandle* /*handle*/, IOHandle** target, uint32_t /*sourceType*/,
+int32_t MemoryHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sourceType,
                            const void* /*source*/, uint32_t /*flags*/) {
+  if (sourceType == kIoSourcePackage) return zip::OpenView(handle, 0, target);
+  if (sourceType == kIoSourceRepairedPackage) return zip::OpenRepairedView(handle, 0, target);
   *target = nullptr;
   return kIoNotFound;
 }

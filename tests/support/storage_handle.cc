@@ -1,5 +1,7 @@
 #include "tests/support/storage_handle.h"
 
+#include <strings.h>
+
 #include <utility>
 
 namespace fi::testing {
@@ -50,29 +52,50 @@ int32_t StorageHandle::Read(IOHandle* handle, void* buffer, uint32_t size, uint3
 int32_t StorageHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) {
   const StorageHandle* self = Self(handle);
   if (code == kIoInfoIsStorage) return self->isStorage && self->node_.isStorage ? 0 : -1;
+  if (code == kIoInfoMemberName) {
+    auto* member = static_cast<IOMemberName*>(out);
+    if (member->index >= self->node_.children.size()) return -1;
+    member->name = self->node_.children[member->index].name.c_str();
+    return 0;
+  }
   if (code != kIoInfoViewDepth) return self->base_->getInfo(handle, code, out);
   if (self->viewDepth == 0) return -1;
   *static_cast<uint32_t*>(out) = self->viewDepth;
   return 0;
 }
 
+const StorageNode* StorageHandle::Find(uint32_t sourceType, const void* source) {
+  if (sourceType == kIoSourcePackage) return &node_;
+  if (sourceType == kIoSourcePackageMember) {
+    const auto* member = static_cast<const IOMemberSource*>(source);
+    if (member->parent != this) return nullptr;
+    for (const StorageNode& node : node_.children) {
+      if (strcasecmp(node.name.c_str(), member->path) != 0) continue;
+      root_->openedMembers += " " + node.name;
+      return &node;
+    }
+    return nullptr;
+  }
+  const auto* child = static_cast<const IOChildSource*>(source);
+  if (child->parent != this) return nullptr;
+  for (const StorageNode& node : node_.children) {
+    const uint32_t type = node.isStorage ? kIoSourceSubStorage : kIoSourceStorageStream;
+    if (type == sourceType && node.name == child->name) return &node;
+  }
+  return nullptr;
+}
+
 int32_t StorageHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sourceType,
                             const void* source, uint32_t flags) {
   StorageHandle* self = Self(handle);
-  const auto* child = static_cast<const IOChildSource*>(source);
   *target = nullptr;
-  if (++self->root_->openCalls == self->root_->failingOpen || child->parent != handle) {
-    return kIoError;
-  }
-  for (const StorageNode& node : self->node_.children) {
-    const uint32_t type = node.isStorage ? kIoSourceSubStorage : kIoSourceStorageStream;
-    if (type != sourceType || node.name != child->name) continue;
-    *target = new StorageHandle(node, self);
-    ++self->openChildren_;
-    self->root_->openedFlags.push_back(flags);
-    return 0;
-  }
-  return kIoNotFound;
+  if (++self->root_->openCalls == self->root_->failingOpen) return kIoError;
+  const StorageNode* node = self->Find(sourceType, source);
+  if (node == nullptr) return kIoNotFound;
+  *target = new StorageHandle(*node, self);
+  ++self->openChildren_;
+  self->root_->openedFlags.push_back(flags);
+  return 0;
 }
 
 }  // namespace fi::testing

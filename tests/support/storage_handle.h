@@ -1,6 +1,9 @@
 // The double of a handle on a structured storage: a tree of named streams and storages in memory,
 // with faults to switch on and counters over the whole tree. Names are compared by case, so that a
 // name that is spelt twice on purpose shows.
+//
+// The tree opens as a package as well: its streams are the members, by names without regard to
+// case, and a storage in it is a member that is a package in turn.
 #ifndef FI_TESTS_SUPPORT_STORAGE_HANDLE_H_
 #define FI_TESTS_SUPPORT_STORAGE_HANDLE_H_
 
@@ -33,6 +36,7 @@ class StorageHandle : public MemoryHandle {
   uint64_t openCalls = 0;
   uint64_t closedEarly = 0;           // closed while a child was still open
   std::vector<uint32_t> openedFlags;  // of the calls that succeeded
+  std::string openedMembers;          // of packages: their paths, each behind a blank
 
  private:
   StorageHandle(StorageNode node, StorageHandle* parent);
@@ -43,6 +47,8 @@ class StorageHandle : public MemoryHandle {
   static int32_t GetInfo(IOHandle* handle, uint32_t code, void* out);
   static int32_t Open(IOHandle* handle, IOHandle** target, uint32_t sourceType, const void* source,
                       uint32_t flags);
+  // The child that a call of Open means; null when there is none.
+  const StorageNode* Find(uint32_t sourceType, const void* source);
 
   const IOHandleOperations* base_;
   IOHandleOperations table_;

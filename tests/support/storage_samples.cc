@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tests/support/samples.h"
+#include "tests/support/zip_writer.h"
 
 namespace fi::testing {
 namespace {
@@ -30,8 +31,10 @@ std::string Expanded(std::string_view text, const Parts& parts) {
 
 Parts ReadParts() {
   Parts parts;
-  for (const Sample& sample : ReadSamples("storage_parts.txt", 2)) {
-    parts[sample.columns[0]] = Expanded(sample.columns[1], parts);
+  for (const char* file : {"storage_parts.txt", "package_parts.txt"}) {
+    for (const Sample& sample : ReadSamples(file, 2)) {
+      parts[sample.columns[0]] = Expanded(sample.columns[1], parts);
+    }
   }
   return parts;
 }
@@ -86,6 +89,18 @@ class StorageReader {
   std::string_view rest_;
 };
 
+std::string Package(const std::vector<StorageNode>& nodes) {
+  ZipWriter writer;
+  for (const StorageNode& node : nodes) {
+    if (node.isStorage) {
+      writer.Add(node.name, Package(node.children), {.method = 0});
+    } else {
+      writer.Add(node.name, node.bytes);
+    }
+  }
+  return writer.Finish();
+}
+
 }  // namespace
 
 std::vector<StorageNode> SampleStorage(const std::string& notation) {
@@ -93,5 +108,7 @@ std::vector<StorageNode> SampleStorage(const std::string& notation) {
   const std::string expanded = Expanded(notation, kParts);
   return StorageReader(expanded).Read();
 }
+
+std::string SamplePackage(const std::string& notation) { return Package(SampleStorage(notation)); }
 
 }  // namespace fi::testing

@@ -15,11 +15,11 @@ constexpr size_t kEntrySize = 16;
 constexpr size_t kMaxName = 256;
 constexpr uint32_t kMaxEntries = 64;
 
-// Of the manifest, its NUL included.
-constexpr std::string_view kManifest{"manifest.xsf", 13};
+constexpr std::string_view kManifest = "manifest.xsf";
 
+// `name` goes on behind the NUL that ends it.
 bool IsManifest(std::string_view name) {
-  return name.size() >= kManifest.size() &&
+  return name.size() > kManifest.size() && name[kManifest.size()] == '\0' &&
          std::equal(kManifest.begin(), kManifest.end(), name.begin(), [](char wanted, char c) {
            return wanted == (c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
          });

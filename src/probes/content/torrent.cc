@@ -1,5 +1,6 @@
 #include "probes/content/torrent.h"
 
+#include <cstdint>
 #include <string_view>
 
 #include "platform/format_ids.h"
@@ -12,7 +13,7 @@ namespace {
 // a string's length.
 constexpr struct {
   std::string_view key;
-  char value;
+  uint8_t value;
 } kFirstKeys[] = {
     {"8:announce", 's'}, {"13:announce-list", 'l'}, {"4:info", 'd'},
     {"7:comment", 's'},  {"10:created by", 's'},    {"13:creation date", 'i'},

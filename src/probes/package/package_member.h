@@ -3,7 +3,6 @@
 #define FI_PROBES_PACKAGE_PACKAGE_MEMBER_H_
 
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 #include "formatid/io.h"
@@ -16,27 +15,17 @@ using GoOn = uint16_t;
 inline constexpr GoOn kChainEnds = 0;
 inline constexpr GoOn kGoOn = 1;
 
-// The member `path` of the package view `package`, which must outlive it; null when there is none.
-// `status`, where it is not null, receives the result of the open operation.
-inline io::OwnedHandle OpenMember(IOHandle* package, std::string_view path,
-                                  int32_t* status = nullptr) {
-  IOMemberSource source;
-  source.parent = package;
-  source.position = -1;
-  source.working[0] = source.working[1] = 0;
-  IOHandle* member = nullptr;
-  int32_t result = kIoNotFound;
-  if (path.size() < sizeof source.path) {
-    std::memcpy(source.path, path.data(), path.size());
-    source.path[path.size()] = '\0';
-    result = package->operations->open(package, &member, kIoSourcePackageMember, &source, 0);
-  }
-  if (status != nullptr) *status = result;
-  return io::OwnedHandle(result == kIoOk ? member : nullptr);
-}
+using io::OpenMember;
 
 inline bool HasMember(IOHandle* package, std::string_view path) {
   return OpenMember(package, path) != nullptr;
+}
+
+// Asks a package view to find its members by name. Views that know no other way take no notice.
+inline void SetByNameAccess(IOHandle* package) {
+  constexpr uint32_t kByName = 2;
+  const uint32_t none = 0;
+  (void)IOSetInfo(package, kIoSetPackageMode, kByName, &none);
 }
 
 // The bytes of `handle` as a ZIP package; null when they are none.
@@ -44,6 +33,26 @@ inline io::OwnedHandle OpenPackage(IOHandle* handle) {
   IOHandle* package = handle;
   if (handle->operations->open(handle, &package, kIoSourcePackage, nullptr, 0) != 0) return nullptr;
   return io::OwnedHandle(package);
+}
+
+// The same by the headers of its members, as far as they are undamaged.
+inline io::OwnedHandle OpenRepairedPackage(IOHandle* handle) {
+  IOHandle* package = handle;
+  constexpr uint32_t kSource = kIoSourceRepairedPackage;
+  if (handle->operations->open(handle, &package, kSource, nullptr, 0) != 0) return nullptr;
+  return io::OwnedHandle(package);
+}
+
+// The first bytes of a member that is open and at its start, up to the size of the buffer.
+template <size_t size>
+std::string_view ReadHead(IOHandle* member, char (&buffer)[size]) {
+  uint32_t filled = 0;
+  while (filled < size) {
+    const uint32_t count = io::Read(member, buffer + filled, static_cast<uint32_t>(size) - filled);
+    if (count == 0) break;
+    filled += count;
+  }
+  return {buffer, filled};
 }
 
 }  // namespace fi

@@ -149,6 +149,15 @@ bool Hmac::Finish(HashValue* value) {
   return true;
 }
 
+bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size) {
+  const LibCrypto* lib = LoadLibCrypto();
+  const auto text = static_cast<const char*>(static_cast<const void*>(password.data()));
+  return lib != nullptr && rounds > 0 && rounds <= INT_MAX &&
+         lib->PKCS5_PBKDF2_HMAC_SHA1(text, static_cast<int>(password.size()), salt.data(),
+                                     static_cast<int>(salt.size()), static_cast<int>(rounds),
+                                     static_cast<int>(size), key) == 1;
+}
+
 // EVP_DecodeBlock forgives blanks at both ends and "=" anywhere, and counts the padding as bytes.
 bool DecodeBase64(std::string_view text, uint8_t* out, size_t capacity, size_t* size) {
   const LibCrypto* lib = LoadLibCrypto();

@@ -94,6 +94,9 @@ class Hmac {
   bool ready_ = false;
 };
 
+// The PBKDF2 key (RFC 8018) of `size` bytes over HMAC-SHA1. `rounds` is 1 to INT_MAX.
+bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size);
+
 // Decodes base64 of up to `capacity` bytes, padded to a multiple of four and without line ends.
 // False, and nothing counts as stored, for anything else.
 bool DecodeBase64(std::string_view text, uint8_t* out, size_t capacity, size_t* size);

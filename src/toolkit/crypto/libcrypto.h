@@ -9,33 +9,34 @@
 #include <openssl/evp.h>
 #include <openssl/params.h>
 
-#define FI_LIBCRYPTO_FUNCTIONS(FUNCTION) \
-  FUNCTION(ERR_pop_to_mark)              \
-  FUNCTION(ERR_set_mark)                 \
-  FUNCTION(EVP_CIPHER_CTX_free)          \
-  FUNCTION(EVP_CIPHER_CTX_new)           \
-  FUNCTION(EVP_CIPHER_CTX_set_padding)   \
-  FUNCTION(EVP_CIPHER_fetch)             \
-  FUNCTION(EVP_CIPHER_free)              \
-  FUNCTION(EVP_DecodeBlock)              \
-  FUNCTION(EVP_DecryptInit_ex)           \
-  FUNCTION(EVP_DecryptUpdate)            \
-  FUNCTION(EVP_DigestFinal_ex)           \
-  FUNCTION(EVP_DigestInit_ex)            \
-  FUNCTION(EVP_DigestUpdate)             \
-  FUNCTION(EVP_MAC_CTX_free)             \
-  FUNCTION(EVP_MAC_CTX_new)              \
-  FUNCTION(EVP_MAC_fetch)                \
-  FUNCTION(EVP_MAC_final)                \
-  FUNCTION(EVP_MAC_free)                 \
-  FUNCTION(EVP_MAC_init)                 \
-  FUNCTION(EVP_MAC_update)               \
-  FUNCTION(EVP_MD_CTX_free)              \
-  FUNCTION(EVP_MD_CTX_new)               \
-  FUNCTION(EVP_MD_fetch)                 \
-  FUNCTION(EVP_MD_free)                  \
-  FUNCTION(OSSL_PARAM_construct_end)     \
-  FUNCTION(OSSL_PARAM_construct_utf8_string)
+#define FI_LIBCRYPTO_FUNCTIONS(FUNCTION)     \
+  FUNCTION(ERR_pop_to_mark)                  \
+  FUNCTION(ERR_set_mark)                     \
+  FUNCTION(EVP_CIPHER_CTX_free)              \
+  FUNCTION(EVP_CIPHER_CTX_new)               \
+  FUNCTION(EVP_CIPHER_CTX_set_padding)       \
+  FUNCTION(EVP_CIPHER_fetch)                 \
+  FUNCTION(EVP_CIPHER_free)                  \
+  FUNCTION(EVP_DecodeBlock)                  \
+  FUNCTION(EVP_DecryptInit_ex)               \
+  FUNCTION(EVP_DecryptUpdate)                \
+  FUNCTION(EVP_DigestFinal_ex)               \
+  FUNCTION(EVP_DigestInit_ex)                \
+  FUNCTION(EVP_DigestUpdate)                 \
+  FUNCTION(EVP_MAC_CTX_free)                 \
+  FUNCTION(EVP_MAC_CTX_new)                  \
+  FUNCTION(EVP_MAC_fetch)                    \
+  FUNCTION(EVP_MAC_final)                    \
+  FUNCTION(EVP_MAC_free)                     \
+  FUNCTION(EVP_MAC_init)                     \
+  FUNCTION(EVP_MAC_update)                   \
+  FUNCTION(EVP_MD_CTX_free)                  \
+  FUNCTION(EVP_MD_CTX_new)                   \
+  FUNCTION(EVP_MD_fetch)                     \
+  FUNCTION(EVP_MD_free)                      \
+  FUNCTION(OSSL_PARAM_construct_end)         \
+  FUNCTION(OSSL_PARAM_construct_utf8_string) \
+  FUNCTION(PKCS5_PBKDF2_HMAC_SHA1)
 
 namespace fi::crypto {
 

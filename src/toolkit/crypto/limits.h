@@ -16,9 +16,14 @@ constexpr uint32_t kMaxTries = 3;
 // The stream "EncryptionInfo". Office writes about 1 KB, of XML at most.
 constexpr size_t kMaxEncryptionInfo = size_t{64} * 1024;
 
+// A member of an iWork package in bytes: the largest archive that is decompressed, if its blocks
+// could not be compressed.
+constexpr uint64_t kMaxIworkMember = uint64_t{65} * 1024 * 1024;
+
 struct DecryptionLimits {
-  // Rounds of the password hash that an agile descriptor may ask for. Office writes 100,000; a
-  // round takes less than a microsecond, and there are up to three tries.
+  // Rounds of the password hash that an agile descriptor or an iWork verifier may ask for. Office
+  // and iWork write 100,000; a round takes less than a microsecond, and there are up to three
+  // tries.
   uint32_t mostSpins = 10'000'000;
   // Rounds of the standard scheme, which no file can change.
   uint32_t standardSpins = 50'000;

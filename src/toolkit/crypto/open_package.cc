@@ -14,6 +14,7 @@
 #include "toolkit/crypto/package_stream.h"
 #include "toolkit/crypto/package_view.h"
 #include "toolkit/crypto/password.h"
+#include "toolkit/crypto/stream_bytes.h"
 
 namespace fi::crypto {
 namespace {
@@ -33,49 +34,24 @@ EncryptionInfo ReadInfo(IOHandle* document, const DecryptionLimits& limits) {
   constexpr size_t kRoom = kMaxEncryptionInfo + 1;
   const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[kRoom]);
   if (stream == nullptr || bytes == nullptr) return {};
-  size_t size = 0;
-  while (size < kRoom) {
-    const uint32_t count =
-        io::Read(stream.get(), bytes.get() + size, static_cast<uint32_t>(kRoom - size));
-    if (count == 0) break;
-    size += count;
-  }
+  const size_t size = ReadFully(stream.get(), bytes.get(), kRoom);
   if (size == kRoom) return {};
   return ReadEncryptionInfo({bytes.get(), size}, limits);
 }
 
-Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Bytes password,
+Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Bytes text,
                 PackageKey* key) {
+  Password password;
+  const char* characters = static_cast<const char*>(static_cast<const void*>(text.data()));
+  if (!EncodePassword({characters, text.size()}, &password)) return Unlocked::kWrongPassword;
   const ErrorMark mark;
-  if (const auto* agile = std::get_if<AgileInfo>(&info)) return UnlockAgile(*agile, password, key);
+  if (const auto* agile = std::get_if<AgileInfo>(&info)) {
+    return UnlockAgile(*agile, password.view(), key);
+  }
   if (const auto* standard = std::get_if<StandardInfo>(&info)) {
-    return UnlockStandard(*standard, limits, password, key);
+    return UnlockStandard(*standard, limits, password.view(), key);
   }
   return Unlocked::kFailed;
-}
-
-uint32_t AskForKey(const EncryptionInfo& info, const O12PasswordSource& source,
-                   const DecryptionLimits& limits, PackageKey* key) {
-  for (uint32_t attempt = 0; attempt < kMaxTries; ++attempt) {
-    Password password;
-    switch (AskPassword(source, attempt, &password)) {
-      case Asked::kDeclined:
-        return attempt == 0 ? kFiPasswordNeeded : kFiWrongPassword;
-      case Asked::kUnusable:
-        continue;
-      case Asked::kGiven:
-        break;
-    }
-    switch (Unlock(info, limits, password.view(), key)) {
-      case Unlocked::kYes:
-        return kFiOk;
-      case Unlocked::kWrongPassword:
-        break;
-      case Unlocked::kFailed:
-        return kFiDecryptionFailed;
-    }
-  }
-  return kFiWrongPassword;
 }
 
 using Name = std::array<char, kIoNameCapacity>;
@@ -111,7 +87,9 @@ uint32_t OpenPackage(IOHandle* document, const O12PasswordSource& source,
     return kFiDecryptionFailed;
   }
   PackageKey key;
-  const uint32_t status = AskForKey(info, source, limits, &key);
+  const uint32_t status = UnlockWithPassword(source.callback, source.document, [&](Bytes password) {
+    return Unlock(info, limits, password, &key);
+  });
   if (status != kFiOk) return status;
 
   auto* view = new (std::nothrow) PackageView(NameOf(document).data(), depth + 1);

@@ -9,6 +9,7 @@
 #include "toolkit/crypto/encryption_info.h"
 #include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/limits.h"
+#include "toolkit/crypto/password.h"
 #include "toolkit/crypto/secret_bytes.h"
 
 namespace fi::crypto {
@@ -23,12 +24,6 @@ struct PackageKey {
   bool hasIntegrity = false;
   HashValue hmacKey;
   HashValue hmacValue;
-};
-
-enum class Unlocked {
-  kYes,
-  kWrongPassword,
-  kFailed,  // not the password's fault: an algorithm is not to be had, or memory ran out
 };
 
 // `password` is UTF-16LE without a terminator. `*key` is usable only after kYes.

@@ -5,8 +5,8 @@
 #include <new>
 #include <optional>
 
-#include "platform/io.h"
 #include "toolkit/crypto/little_endian.h"
+#include "toolkit/crypto/stream_bytes.h"
 
 namespace fi::crypto {
 namespace {
@@ -16,36 +16,6 @@ constexpr size_t kSizeField = 8;
 // In CBC mode each segment is a chain of its own. In ECB mode the blocks know no segments, and it
 // is only the unit of reading.
 constexpr size_t kSegment = 4096;
-
-// The size of the stream in bytes, with the position at its start again.
-std::optional<uint64_t> StreamSize(IOHandle* stream) {
-  uint64_t size = 0;
-  if (io::Has64Bit(stream)) {
-    int64_t end = 0;
-    if (!io::Seek64(stream, kIoFromEnd, 0) || !io::Tell64(stream, &end) || end < 0) {
-      return std::nullopt;
-    }
-    size = static_cast<uint64_t>(end);
-  } else {
-    uint32_t end = 0;
-    if (!io::Seek(stream, kIoFromEnd, 0) || !io::Tell(stream, &end)) return std::nullopt;
-    size = end;
-  }
-  if (!io::Seek(stream, kIoFromStart, 0)) return std::nullopt;
-  return size;
-}
-
-// Reads until `size` bytes are there or the stream ends; a read may give less than it was asked
-// for.
-size_t ReadFully(IOHandle* stream, uint8_t* buffer, size_t size) {
-  size_t total = 0;
-  while (total < size) {
-    const uint32_t count = io::Read(stream, buffer + total, static_cast<uint32_t>(size - total));
-    if (count == 0) break;
-    total += count;
-  }
-  return total;
-}
 
 class PackageReader {
  public:

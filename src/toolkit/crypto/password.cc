@@ -65,15 +65,14 @@ bool EncodePassword(std::string_view text, Password* password) {
   return true;
 }
 
-Asked AskPassword(const O12PasswordSource& source, uint32_t attempt, Password* password) {
-  SecretBytes<kPasswordCapacity> answer;
-  char* const text = static_cast<char*>(static_cast<void*>(answer.data()));
-  FIPasswordRequest request{sizeof(FIPasswordRequest), kPasswordCapacity, text, source.document,
-                            attempt};
-  if (source.callback(kFiPasswordOfPackage, &request, 0, 0) != 0) return Asked::kDeclined;
-  // Without a NUL the text fills its room, and is too long.
-  const std::string_view given(text, ::strnlen(text, kPasswordCapacity));
-  return EncodePassword(given, password) ? Asked::kGiven : Asked::kUnusable;
+Asked AskPassword(FIPasswordCallback callback, IOHandle* document, uint32_t attempt,
+                  PasswordText* password) {
+  char* const text = static_cast<char*>(static_cast<void*>(password->data()));
+  FIPasswordRequest request{sizeof(FIPasswordRequest), kPasswordCapacity, text, document, attempt};
+  if (callback(kFiPasswordOfPackage, &request, 0, 0) != 0) return Asked::kDeclined;
+  const size_t size = ::strnlen(text, kPasswordCapacity);
+  password->SetSize(size);
+  return size < kPasswordCapacity ? Asked::kGiven : Asked::kUnusable;
 }
 
 }  // namespace fi::crypto

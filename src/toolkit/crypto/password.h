@@ -1,4 +1,4 @@
-// The password of a package: asked from the host in UTF-8, hashed in UTF-16LE.
+// The password of a package: asked from the host in UTF-8. Office hashes it in UTF-16LE.
 #ifndef FI_TOOLKIT_CRYPTO_PASSWORD_H_
 #define FI_TOOLKIT_CRYPTO_PASSWORD_H_
 
@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/decryption.h"
+#include "formatid/formatid.h"
+#include "formatid/platform.h"
+#include "toolkit/crypto/limits.h"
 #include "toolkit/crypto/secret_bytes.h"
 
 namespace fi::crypto {
@@ -19,14 +21,40 @@ constexpr size_t kMaxPasswordUnits = 255;
 
 using Password = SecretBytes<2 * kMaxPasswordUnits>;
 
+using PasswordText = SecretBytes<kPasswordCapacity>;
+
 enum class Asked {
   kGiven,
   kDeclined,
-  kUnusable,  // no valid UTF-8, or longer than any password: it cannot fit
+  kUnusable,  // longer than any password: it cannot fit
 };
 
-// Asks once. `attempt` is the number of times that was asked before.
-Asked AskPassword(const O12PasswordSource& source, uint32_t attempt, Password* password);
+// Asks once for the password of `document`, in UTF-8. `attempt` is the number of times that was
+// asked before.
+Asked AskPassword(FIPasswordCallback callback, IOHandle* document, uint32_t attempt,
+                  PasswordText* password);
+
+enum class Unlocked {
+  kYes,
+  kWrongPassword,
+  kFailed,  // not the password's fault: an algorithm is not to be had, or memory ran out
+};
+
+// Asks until a password fits, kMaxTries times at most: `unlock` is given each, and answers how it
+// went. Returns 0 or the status of the decryption.
+template <class Unlock>
+uint32_t UnlockWithPassword(FIPasswordCallback callback, IOHandle* document, Unlock&& unlock) {
+  for (uint32_t attempt = 0; attempt < kMaxTries; ++attempt) {
+    PasswordText password;
+    const Asked asked = AskPassword(callback, document, attempt, &password);
+    if (asked == Asked::kDeclined) return attempt == 0 ? kFiPasswordNeeded : kFiWrongPassword;
+    if (asked == Asked::kUnusable) continue;
+    const Unlocked unlocked = unlock(password.view());
+    if (unlocked == Unlocked::kYes) return kFiOk;
+    if (unlocked == Unlocked::kFailed) return kFiDecryptionFailed;
+  }
+  return kFiWrongPassword;
+}
 
 // False when `text` is not valid UTF-8 or has more than kMaxPasswordUnits units.
 bool EncodePassword(std::string_view text, Password* password);

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/io.h"
 #include "toolkit/storage/compound_file.h"
+#include "toolkit/zip/zip_view.h"
 
 namespace fi::io {
 namespace {
@@ -26,6 +28,10 @@ PositionedHandle::PositionedHandle(std::string_view name, uint32_t nesting)
 PositionedHandle::~PositionedHandle() = default;
 
 int32_t PositionedHandle::OtherInfo(uint32_t /*code*/, void* /*out*/) { return -1; }
+
+int32_t PositionedHandle::OpenMember(IOHandle** /*target*/, const IOMemberSource& /*source*/) {
+  return kIoError;
+}
 
 storage::Storage* PositionedHandle::AsStorage() {
   if (!askedForStorage_) {
@@ -104,12 +110,25 @@ int32_t PositionedHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) no
 
 int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sourceType,
                                const void* source, uint32_t /*flags*/) noexcept {
+  auto* self = static_cast<PositionedHandle*>(handle);
   *target = nullptr;
+  if (sourceType == kIoSourcePackage) return zip::OpenView(handle, self->nesting_, target);
+  if (sourceType == kIoSourceRepairedPackage) {
+    return zip::OpenRepairedView(handle, self->nesting_, target);
+  }
   if (source == nullptr) return kIoError;
+  if (sourceType == kIoSourcePackageMember) {
+    return self->OpenMember(target, *static_cast<const IOMemberSource*>(source));
+  }
   if (sourceType != kIoSourceStorageStream && sourceType != kIoSourceSubStorage) return kIoError;
-  storage::Storage* storage = static_cast<PositionedHandle*>(handle)->AsStorage();
+  storage::Storage* storage = self->AsStorage();
   if (storage == nullptr) return kIoError;
   return storage->Open(target, sourceType, *static_cast<const IOChildSource*>(source));
 }
 
 }  // namespace fi::io
+
+int32_t IOSetInfo(IOHandle* handle, uint32_t item, uint32_t /*value*/,
+                  const void* /*data*/) noexcept {
+  return handle != nullptr && item == kIoSetPackageMode ? kIoOk : kIoError;
+}

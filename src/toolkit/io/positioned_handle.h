@@ -1,6 +1,7 @@
 // Base of the handles that the toolkit makes: it keeps the position and the name, so that a kind of
 // handle only has to say how large it is and how bytes at an offset are read. Whatever holds a
-// compound file is a structured storage; that is looked up when it is first asked for.
+// compound file is a structured storage; that is looked up when it is first asked for. Whatever
+// ends in a ZIP directory opens as a package view.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
@@ -23,9 +24,11 @@ class PositionedHandle : public IOHandle {
   PositionedHandle(const PositionedHandle&) = delete;
   PositionedHandle& operator=(const PositionedHandle&) = delete;
 
+  // The number of containers around these bytes.
+  uint32_t nesting() const { return nesting_; }
+
  protected:
   // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
-  // `nesting` is the number of containers around these bytes.
   explicit PositionedHandle(std::string_view name, uint32_t nesting = 0);
   virtual ~PositionedHandle();
 
@@ -40,6 +43,9 @@ class PositionedHandle : public IOHandle {
 
   // The storage that the handle is, null when it is none.
   virtual storage::Storage* AsStorage();
+
+  // Opens a member of a package view (formatid/io.h); other kinds have none. `*target` is null.
+  virtual int32_t OpenMember(IOHandle** target, const IOMemberSource& source);
 
  private:
   static int32_t Close(IOHandle* handle) noexcept;

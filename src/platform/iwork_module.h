@@ -1,0 +1,49 @@
+// The module that decodes iWork archives. libsnappy and libprotobuf-lite (and through it a second
+// C++ runtime) take longer to load than a file takes to identify, so that they hang on a shared
+// object of their own, which is loaded with the first archive. Nothing but C crosses the boundary.
+#ifndef FI_PLATFORM_IWORK_MODULE_H_
+#define FI_PLATFORM_IWORK_MODULE_H_
+
+#include <cstddef>
+#include <cstdint>
+
+extern "C" {
+
+// Takes a message of a record: its type, and its length in bytes. False ends the reading.
+using IworkMessageVisitor = bool (*)(void* context, uint32_t type, uint32_t length);
+
+// Of IworkModule::version: changes with the record and with what its functions do.
+constexpr uint32_t kIworkModuleVersion = 1;
+
+struct IworkModule {
+  uint32_t version;
+
+  // Stores the size in bytes that the head of a Snappy block gives for its content.
+  bool (*readBlockSize)(const uint8_t* block, size_t size, size_t* contentSize) noexcept;
+
+  // Decompresses a Snappy block to `content`, which has room for `contentSize` bytes. True when it
+  // has exactly that many.
+  bool (*readBlock)(const uint8_t* block, size_t size, uint8_t* content,
+                    size_t contentSize) noexcept;
+
+  // Parses a TSP.ArchiveInfo and calls `visit`, which does not throw, for its messages in order.
+  // False when it is damaged: then nothing is visited.
+  bool (*readArchiveInfo)(const uint8_t* info, size_t size, IworkMessageVisitor visit,
+                          void* context) noexcept;
+};
+
+// The one symbol of the module.
+#define FI_IWORK_MODULE_SYMBOL FormatidIworkModule
+__attribute__((visibility("default"))) const IworkModule* FI_IWORK_MODULE_SYMBOL() noexcept;
+
+}  // extern "C"
+
+namespace fi {
+
+// The module; null when it, or a library that it needs, is missing. It stays loaded until the
+// process ends. Thread-safe.
+const IworkModule* LoadIworkModule();
+
+}  // namespace fi
+
+#endif  // FI_PLATFORM_IWORK_MODULE_H_

@@ -1,0 +1,131 @@
+#include "toolkit/crypto/iwork_package.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <optional>
+
+#include "platform/io.h"
+#include "toolkit/crypto/evp.h"
+#include "toolkit/crypto/iwork_verifier.h"
+#include "toolkit/crypto/package_view.h"
+#include "toolkit/crypto/stream_bytes.h"
+
+// The password stays because it is the key of the members' HMAC.
+struct IworksContext {
+  fi::crypto::SecretBytes<fi::crypto::kIworkKey> key;
+  fi::crypto::PasswordText password;
+};
+
+namespace fi::crypto {
+namespace {
+
+std::optional<IworkVerifier> ReadVerifier(IOHandle* package, const DecryptionLimits& limits) {
+  IOMemberSource source{package, ".iwpv2", -1, {}};
+  IOHandle* opened = nullptr;
+  if (package->operations->open(package, &opened, kIoSourcePackageMember, &source, 0) != 0) {
+    return std::nullopt;
+  }
+  const io::OwnedHandle member(opened);
+  // One byte more shows that the member is too long.
+  std::array<uint8_t, kIworkVerifier + 1> bytes{};
+  const size_t size = ReadFully(member.get(), bytes.data(), bytes.size());
+  return ReadIworkVerifier(Bytes(bytes).first(size), limits);
+}
+
+// A member of the package: an IV, then in CBC mode one block that means nothing, the content, and
+// padding of 1 to 16 bytes, each of which is their number; at last an HMAC-SHA1 of the content.
+class MemberReader {
+ public:
+  MemberReader(IOHandle* member, const IworksContext& context, Plaintext* plaintext)
+      : member_(member),
+        plaintext_(plaintext),
+        aes_(AesMode::kCbc, context.key.view()),
+        hmac_(HashAlgorithm::kSha1, context.password.view()) {}
+
+  bool Read(const DecryptionLimits& limits) {
+    const std::optional<uint64_t> size = StreamSize(member_);
+    if (!size.has_value() || *size < kLeast || *size > kMaxIworkMember) return false;
+    const uint64_t encrypted = *size - kAesBlock - kMac;
+    if (encrypted % kAesBlock != 0 || !plaintext_->Reserve(encrypted, limits)) return false;
+    if (ReadFully(member_, iv_.data(), iv_.size()) != iv_.size()) return false;
+    for (uint64_t left = encrypted; left > 0;) {
+      const auto part = static_cast<size_t>(std::min<uint64_t>(left, kSegment));
+      if (!ReadSegment(part, left == encrypted, left == part)) return false;
+      left -= part;
+    }
+    std::array<uint8_t, kMac> mac{};
+    HashValue value;
+    return ReadFully(member_, mac.data(), kMac) == kMac && hmac_.Finish(&value) &&
+           std::ranges::equal(value.view(), mac);
+  }
+
+ private:
+  // Bytes of a whole number of blocks.
+  bool ReadSegment(size_t size, bool isFirst, bool isLast) {
+    if (ReadFully(member_, encrypted_.data(), size) != size) return false;
+    const Bytes encrypted = Bytes(encrypted_).first(size);
+    if (!aes_.Decrypt(iv_, encrypted, decrypted_.data())) return false;
+    std::ranges::copy(encrypted.last(kAesBlock), iv_.begin());
+    decrypted_.SetSize(size);
+    Bytes content = decrypted_.view();
+    if (isFirst) content = content.subspan(kAesBlock);
+    if (isLast) {
+      const uint8_t padding = content.back();
+      if (padding == 0 || padding > kAesBlock) return false;
+      const Bytes tail = content.last(padding);
+      if (std::ranges::count(tail, padding) != padding) return false;
+      content = content.first(content.size() - padding);
+    }
+    return hmac_.Update(content) && plaintext_->Append(content);
+  }
+
+  static constexpr size_t kMac = 20;
+  static constexpr uint64_t kLeast = kAesBlock + 2 * kAesBlock + kMac;
+  static constexpr size_t kSegment = 4096;
+
+  IOHandle* const member_;
+  Plaintext* const plaintext_;
+  AesDecryptor aes_;
+  Hmac hmac_;
+  std::array<uint8_t, kAesBlock> iv_{};
+  std::array<uint8_t, kSegment> encrypted_;
+  SecretBytes<kSegment> decrypted_;
+};
+
+}  // namespace
+
+uint32_t PrepareIwork(IworksRequest* request, const DecryptionLimits& limits) {
+  const std::optional<IworkVerifier> verifier = ReadVerifier(request->source.package, limits);
+  std::unique_ptr<IworksContext> context(new (std::nothrow) IworksContext);
+  if (!verifier.has_value() || context == nullptr) return kFiDecryptionFailed;
+  const uint32_t status =
+      UnlockWithPassword(request->callback, request->source.package, [&](Bytes password) {
+        context->password.SetSize(0);
+        return context->password.Append(password) ? UnlockIwork(*verifier, password, &context->key)
+                                                  : Unlocked::kWrongPassword;
+      });
+  if (status == kFiOk) request->source.context = context.release();
+  return status;
+}
+
+}  // namespace fi::crypto
+
+int16_t IworksInitDecryption(IworksRequest* request) noexcept {
+  return static_cast<int16_t>(fi::crypto::PrepareIwork(request, {}));
+}
+
+IOHandle* IworksSetDecryptedTempFile(IOHandle* member, const IworksContext* context) noexcept {
+  auto* view = new (std::nothrow) fi::crypto::PackageView("", 1);
+  if (view == nullptr) return nullptr;
+  fi::io::OwnedHandle owned(view);
+  const fi::crypto::ErrorMark mark;
+  fi::crypto::MemberReader reader(member, *context, &view->plaintext());
+  if (reader.Read({})) return owned.release();
+  (void)fi::io::Seek(member, kIoFromStart, 0);
+  return nullptr;
+}
+
+void IworksEndDecryption(IworksContext* context) noexcept { delete context; }

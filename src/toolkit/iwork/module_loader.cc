@@ -1,0 +1,55 @@
+// The module of the shared library: a shared object beside it.
+#include <dlfcn.h>
+
+#include <array>
+#include <climits>
+#include <cstdio>
+#include <string_view>
+
+#include "platform/iwork_module.h"
+
+namespace fi {
+namespace {
+
+#define FI_QUOTE(text) #text
+#define FI_QUOTE_VALUE(macro) FI_QUOTE(macro)
+constexpr char kSymbol[] = FI_QUOTE_VALUE(FI_IWORK_MODULE_SYMBOL);
+#undef FI_QUOTE_VALUE
+#undef FI_QUOTE
+
+// From the folder of the library.
+constexpr char kModuleFile[] = "formatid/formatid-iwork.so";
+
+// The path of the shared object that this code is in; empty where that is not absolute, since the
+// current folder may be another one by now.
+std::string_view OwnPath() {
+  static constexpr char kHere = 0;
+  Dl_info info{};
+  if (::dladdr(&kHere, &info) == 0 || info.dli_fname == nullptr) return {};
+  const std::string_view path = info.dli_fname;
+  return path.starts_with('/') ? path : std::string_view();
+}
+
+const IworkModule* Load() {
+  const std::string_view own = OwnPath();
+  if (own.empty() || own.size() > PATH_MAX) return nullptr;
+  const std::string_view folder = own.substr(0, own.rfind('/'));
+  std::array<char, PATH_MAX> path{};
+  const int length = std::snprintf(path.data(), path.size(), "%.*s/%s",
+                                   static_cast<int>(folder.size()), folder.data(), kModuleFile);
+  if (length < 0 || static_cast<size_t>(length) >= path.size()) return nullptr;
+  void* library = ::dlopen(path.data(), RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) return nullptr;
+  const auto find = reinterpret_cast<decltype(&FI_IWORK_MODULE_SYMBOL)>(::dlsym(library, kSymbol));
+  const IworkModule* module = find != nullptr ? find() : nullptr;
+  return module != nullptr && module->version == kIworkModuleVersion ? module : nullptr;
+}
+
+}  // namespace
+
+const IworkModule* LoadIworkModule() {
+  static const IworkModule* const kModule = Load();
+  return kModule;
+}
+
+}  // namespace fi

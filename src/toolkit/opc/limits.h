@@ -1,0 +1,19 @@
+// Limits of the package reader. What lies beyond one is as if it were not in the package. Parts are
+// XML documents, whose own limits stand in toolkit/xml/limits.h.
+#ifndef FI_TOOLKIT_OPC_LIMITS_H_
+#define FI_TOOLKIT_OPC_LIMITS_H_
+
+#include <cstddef>
+
+namespace fi::opc {
+
+// Relationships of one source, and the characters of their types, identifiers and targets.
+inline constexpr size_t kMaxRelationships = size_t{64} << 10;
+inline constexpr size_t kMaxRelationshipText = size_t{1} << 20;
+
+// Bytes of a target that is followed.
+inline constexpr size_t kMaxReference = 1024;
+
+}  // namespace fi::opc
+
+#endif  // FI_TOOLKIT_OPC_LIMITS_H_

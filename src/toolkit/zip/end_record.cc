@@ -1,0 +1,120 @@
+#include "toolkit/zip/end_record.h"
+
+#include <array>
+#include <cstring>
+
+#include "toolkit/zip/limits.h"
+#include "toolkit/zip/records.h"
+
+namespace fi::zip {
+namespace {
+
+// An end record's numbers, and where it begins: the directory ends there at the latest.
+struct End {
+  uint64_t at;
+  uint64_t count;
+  uint64_t size;
+  uint64_t offset;
+};
+
+class Search {
+ public:
+  Search(const storage::HandleReader& reader, const Tail& tail) : reader_(reader), tail_(tail) {}
+
+  bool Find(bool endsWithFile, DirectoryPlace* place) {
+    if (tail_.size < end::kSize) return false;
+    for (uint32_t at = tail_.size - end::kSize + 1; at-- > 0;) {
+      const uint8_t* record = tail_.bytes + at;
+      if (record[0] != 'P' || LoadLE32(record) != end::kSignature) continue;
+      const uint32_t behind = tail_.size - at - end::kSize;
+      const bool fits = LoadLE16(record + end::kCommentLength) == behind;
+      if (fits != endsWithFile) continue;
+      if (tried_++ == kMaxEndRecords) return false;
+      if (Place(ReadEnd(record, tail_.offset + at), endsWithFile, place)) return true;
+    }
+    return false;
+  }
+
+ private:
+  // Exactly `size` bytes from an offset in the file.
+  bool Load(uint64_t offset, uint8_t* buffer, uint32_t size) const {
+    if (offset >= tail_.offset && offset - tail_.offset <= tail_.size) {
+      const auto start = static_cast<uint32_t>(offset - tail_.offset);
+      if (size > tail_.size - start) return false;
+      std::memcpy(buffer, tail_.bytes + start, size);
+      return true;
+    }
+    return reader_.ReadAt(offset, buffer, size) == size;
+  }
+
+  End ReadEnd(const uint8_t* record, uint64_t at) const {
+    End found{at, LoadLE16(record + end::kCount), LoadLE32(record + end::kDirectorySize),
+              LoadLE32(record + end::kDirectoryOffset)};
+    if (found.count == kElsewhere16 || found.size == kElsewhere32 || found.offset == kElsewhere32) {
+      ReadWideEnd(&found);
+    }
+    return found;
+  }
+
+  // The record is looked for where the locator says, and in front of the locator, where it is
+  // unless it has an extensible part.
+  void ReadWideEnd(End* found) const {
+    std::array<uint8_t, locator::kSize> where;
+    if (found->at < locator::kSize) return;
+    const uint64_t before = found->at - locator::kSize;
+    if (!Load(before, where.data(), locator::kSize)) return;
+    if (LoadLE32(where.data()) != locator::kSignature) return;
+    if (ReadWideEnd(LoadLE64(where.data() + locator::kEndOffset), found)) return;
+    if (before >= end64::kSize) (void)ReadWideEnd(before - end64::kSize, found);
+  }
+
+  bool ReadWideEnd(uint64_t at, End* found) const {
+    std::array<uint8_t, end64::kSize> record;
+    if (at >= found->at || !Load(at, record.data(), end64::kSize)) return false;
+    if (LoadLE32(record.data()) != end64::kSignature) return false;
+    *found = {at, LoadLE64(record.data() + end64::kCount),
+              LoadLE64(record.data() + end64::kDirectorySize),
+              LoadLE64(record.data() + end64::kDirectoryOffset)};
+    return true;
+  }
+
+  bool HasEntry(uint64_t at, uint64_t limit) const {
+    std::array<uint8_t, 4> signature;
+    return at < limit && limit - at >= central::kSize && Load(at, signature.data(), 4) &&
+           LoadLE32(signature.data()) == central::kSignature;
+  }
+
+  // A directory is where its size says, in front of the record, or where its offset says. Where
+  // something follows the record, less is believed: a directory without entries has nothing to show
+  // for it, and a shifted one is that of a package nested in one that was cut off.
+  bool Place(const End& found, bool endsWithFile, DirectoryPlace* place) const {
+    if (found.size == 0 && found.count == 0) {
+      *place = {found.at, 0, 0};
+      return endsWithFile;
+    }
+    if (found.size <= found.at) {
+      const uint64_t start = found.at - found.size;
+      const bool trusted = endsWithFile ? start >= found.offset : start == found.offset;
+      if (trusted && HasEntry(start, found.at)) {
+        *place = {start, found.size, start - found.offset};
+        return true;
+      }
+    }
+    if (!HasEntry(found.offset, found.at)) return false;
+    *place = {found.offset, found.at - found.offset, 0};
+    return true;
+  }
+
+  const storage::HandleReader& reader_;
+  const Tail& tail_;
+  uint32_t tried_ = 0;
+};
+
+}  // namespace
+
+bool FindDirectory(const storage::HandleReader& reader, const Tail& tail, DirectoryPlace* place) {
+  Search search(reader, tail);
+  return search.Find(true, place) || search.Find(false, place);
+}
+
+}  // namespace fi::zip

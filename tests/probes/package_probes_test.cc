@@ -1,0 +1,94 @@
+// The probes of packages through their dispatcher, over the samples of tests/data/packages.txt.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "probes/package/dispatcher.h"
+#include "tests/support/samples.h"
+#include "tests/support/storage_samples.h"
+#include "tests/support/zip_writer.h"
+
+namespace fi {
+namespace {
+
+using testing::MemoryHandle;
+using testing::Sample;
+using testing::SamplePackage;
+using testing::SampleStorage;
+using testing::StorageHandle;
+using testing::StorageNode;
+
+struct Answer {
+  int id;
+  int32_t extra;
+
+  friend bool operator==(const Answer&, const Answer&) = default;
+};
+
+Answer RunPackage(IOHandle* handle) {
+  const ScopedStream stream(handle);
+  Answer answer{0, -1};
+  answer.id = PackageProbe(stream.get(), &answer.extra);
+  return answer;
+}
+
+// Whatever the answer is, what was opened is closed, members first.
+Answer RunDouble(StorageHandle& handle) {
+  const Answer answer = RunPackage(&handle);
+  EXPECT_EQ(handle.openedFlags.size(), handle.closes);
+  EXPECT_EQ(handle.closedEarly, 0u);
+  return answer;
+}
+
+TEST(PackageProbes, Samples) {
+  for (const Sample& sample : testing::ReadSamples("packages.txt", 5, 1)) {
+    SCOPED_TRACE(sample.place + " " + sample.columns[2]);
+    const Answer expected{sample.Number(0), sample.Number(1)};
+    const std::vector<StorageNode> package = SampleStorage(sample.columns[3]);
+    StorageHandle whole(package);
+    EXPECT_EQ(RunDouble(whole), expected);
+    const std::string members =
+        sample.columns[4].empty() ? whole.openedMembers : " " + sample.columns[4];
+    EXPECT_EQ(whole.openedMembers, members);
+    MemoryHandle zip(SamplePackage(sample.columns[3]));
+    EXPECT_EQ(RunPackage(&zip), expected) << "as a ZIP file";
+
+    StorageHandle slow(package);
+    slow.mostPerRead = 1;
+    slow.has64Bit = false;
+    EXPECT_EQ(RunDouble(slow), expected) << "byte by byte";
+
+    for (uint64_t call = 1; call <= whole.openCalls; ++call) {
+      StorageHandle failing(package);
+      failing.failingOpen = call;
+      (void)RunDouble(failing);
+    }
+    for (uint64_t call = 1; call <= whole.reads; ++call) {
+      StorageHandle failing(package);
+      failing.failingRead = call;
+      (void)RunDouble(failing);
+    }
+  }
+}
+
+TEST(PackageProbes, LargePackagesAreReadInPlaces) {
+  testing::ZipWriter writer;
+  writer.Add("word/media/film.avi", std::string(20 << 20, 'x'), {.method = 0});
+  for (const StorageNode& member : SampleStorage("$WORD_2016")) {
+    writer.Add(member.name, member.bytes);
+  }
+  MemoryHandle handle(writer.Finish());
+  EXPECT_EQ(RunPackage(&handle), (Answer{1384, 0}));
+  EXPECT_LE(handle.bytesRead, 64u * 1024);
+}
+
+TEST(PackageProbes, FilesThatAreNoPackage) {
+  MemoryHandle handle("PK\x03\x04 and nothing else");
+  EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0}));
+}
+
+}  // namespace
+}  // namespace fi
