@@ -45,7 +45,8 @@ bool AppendBlock(const IworkModule& module, const uint8_t* block, size_t size, F
   if (contentSize > kMostExpansion * size || !Grow(buffer, contentSize)) return false;
   uint8_t* const content = buffer->start + buffer->length;
   if (!module.readBlock(block, size, content, contentSize)) {
-    explicit_bzero(content, contentSize);
+    // Without content there may be no buffer.
+    if (contentSize > 0) explicit_bzero(content, contentSize);
     return false;
   }
   buffer->length += static_cast<uint32_t>(contentSize);
