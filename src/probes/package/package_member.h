@@ -28,11 +28,12 @@ inline void SetByNameAccess(IOHandle* package) {
   (void)IOSetInfo(package, kIoSetPackageMode, kByName, &none);
 }
 
-// The bytes of `handle` as a ZIP package; null when they are none.
+// The bytes of `handle` as a ZIP package; null when they are none. A host may answer success and
+// leave its own handle, which is not ours to close.
 inline io::OwnedHandle OpenPackage(IOHandle* handle) {
   IOHandle* package = handle;
   if (handle->operations->open(handle, &package, kIoSourcePackage, nullptr, 0) != 0) return nullptr;
-  return io::OwnedHandle(package);
+  return io::OwnedHandle(package != handle ? package : nullptr);
 }
 
 // The same by the headers of its members, as far as they are undamaged.
