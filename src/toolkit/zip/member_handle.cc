@@ -77,7 +77,7 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   size = static_cast<uint32_t>(std::min<uint64_t>(size, view_.inflatable()));
   uint32_t count = 0;
   while (count < size && !ended_) {
-    const uint64_t left = packedSize_ - consumed_;
+    const uint64_t left = std::min(packedSize_ - consumed_, view_.packable());
     std::span<const uint8_t> input;
     if (left > 0) input = view_.Input(data_ + consumed_, 1, left);
     input = input.first(std::min<uint64_t>(input.size(), left));
@@ -85,9 +85,9 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
     consumed_ += step.consumed;
     count += step.produced;
     ended_ = step.ended || (step.consumed == 0 && step.produced == 0);
+    view_.CountInflated(step.consumed, step.produced);
   }
   at_ += count;
-  view_.CountInflated(count);
   return count;
 }
 

@@ -10,6 +10,14 @@
 #include "toolkit/zip/records.h"
 
 namespace fi::zip {
+namespace {
+
+uint64_t Packable(uint64_t fileSize, uint32_t nesting) {
+  if (nesting > 0) return kMaxPackedByNestedView;
+  return std::min(fileSize, kMaxInflatedByView) * kMaxPasses + kFreeOfPasses;
+}
+
+}  // namespace
 
 int32_t OpenView(IOHandle* handle, uint32_t nesting, IOHandle** target) {
   *target = nullptr;
@@ -25,7 +33,10 @@ int32_t OpenView(IOHandle* handle, uint32_t nesting, IOHandle** target) {
 }
 
 ZipView::ZipView(IOHandle* handle, uint32_t nesting)
-    : PositionedHandle({}, nesting), reader_(handle), fileSize_(reader_.Size()) {}
+    : PositionedHandle({}, nesting),
+      reader_(handle),
+      fileSize_(reader_.Size()),
+      packable_(Packable(fileSize_, nesting)) {}
 
 int32_t ZipView::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   *count = reader_.ReadAt(static_cast<uint64_t>(offset), buffer, size);

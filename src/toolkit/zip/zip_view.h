@@ -40,9 +40,14 @@ class ZipView final : public io::PositionedHandle {
   std::unique_ptr<Inflater> TakeInflater();
   void GiveBack(std::unique_ptr<Inflater> inflater);
 
-  // How many bytes may still be inflated, and the report of those that were.
+  // How many bytes may still be inflated, packed and inflated, and the report of those that were.
+  // REQUIRES: packed <= packable().
+  uint64_t packable() const { return packable_; }
   uint64_t inflatable() const { return inflatable_; }
-  void CountInflated(uint64_t bytes) { inflatable_ -= bytes < inflatable_ ? bytes : inflatable_; }
+  void CountInflated(uint64_t packed, uint64_t bytes) {
+    packable_ -= packed;
+    inflatable_ -= bytes < inflatable_ ? bytes : inflatable_;
+  }
 
   int32_t OtherInfo(uint32_t code, void* out) override;
 
@@ -61,6 +66,7 @@ class ZipView final : public io::PositionedHandle {
   const uint64_t fileSize_;
   Directory directory_;
   std::unique_ptr<Inflater> idle_;
+  uint64_t packable_;
   uint64_t inflatable_ = kMaxInflatedByView;
 
   std::array<char, kMaxName + 1> name_;  // that was told last
