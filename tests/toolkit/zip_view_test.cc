@@ -147,6 +147,28 @@ TEST(ZipView, PackedBytesEndAtTheLimits) {
   EXPECT_EQ(times(member.get()), zip::kMaxPackedByNestedView / blocks.size());
 }
 
+// However a stored member is read, the deflated package that it lies in is inflated once.
+TEST(ZipView, ReadsPackagesInPackagesForward) {
+  const std::string content = Pattern(400000, 7);
+  const std::string inner = ZipWriter().Add("m", content, {.method = 0}).Finish();
+  const std::string outer = ZipWriter().Add("n", inner).Finish();
+  MemoryHandle file(outer);
+  const io::OwnedHandle view = OpenPackage(&file);
+  const io::OwnedHandle package = OpenMember(view.get(), "n");
+  const io::OwnedHandle innerView = OpenPackage(package.get());
+  const io::OwnedHandle member = OpenMember(innerView.get(), "m");
+  const uint64_t before = file.bytesRead;
+  std::string read;
+  for (size_t piece = 4; read.size() < content.size(); piece = piece * 3 % 9001) {
+    std::string bytes(piece, '\0');
+    bytes.resize(io::Read(member.get(), bytes.data(), static_cast<uint32_t>(piece)));
+    ASSERT_FALSE(bytes.empty());
+    read += bytes;
+  }
+  EXPECT_EQ(read, content);
+  EXPECT_LE(file.bytesRead - before, outer.size());
+}
+
 TEST(ZipView, NestsToADepth) {
   std::string package = SamplePackage("'n'= 'x'");
   for (uint32_t i = 0; i < 9; ++i) package = ZipWriter().Add("n", package).Finish();

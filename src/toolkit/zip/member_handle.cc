@@ -43,7 +43,10 @@ int32_t StoredHandle::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uin
   if (from >= size_) return 0;
   size = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - from));
   if (size > kInputBlock) {
-    *count = view_.reader().ReadAt(data_ + from, buffer, size);
+    const auto kept = view_.Kept(data_ + from);
+    std::copy(kept.begin(), kept.end(), buffer);
+    const auto had = static_cast<uint32_t>(kept.size());
+    *count = had + view_.reader().ReadAt(data_ + from + had, buffer + had, size - had);
     return 0;
   }
   const auto input = view_.Input(data_ + from, size, size_ - from);

@@ -59,15 +59,21 @@ int32_t ZipView::TellName(IOMemberName* question) {
   return 0;
 }
 
-std::span<const uint8_t> ZipView::Input(uint64_t offset, uint32_t least, uint64_t most) {
+std::span<const uint8_t> ZipView::Kept(uint64_t offset) const {
   const uint64_t skipped = offset - inputOffset_;
-  if (offset < inputOffset_ || skipped > inputSize_ || inputSize_ - skipped < least) {
-    const auto wanted = static_cast<uint32_t>(std::min<uint64_t>(most, kInputBlock));
-    inputSize_ = reader_.ReadAt(offset, input_.data(), std::max(least, wanted));
-    inputOffset_ = offset;
-    return {input_.data(), inputSize_};
-  }
+  if (offset < inputOffset_ || skipped > inputSize_) return {};
   return std::span<const uint8_t>(input_).subspan(skipped, inputSize_ - skipped);
+}
+
+std::span<const uint8_t> ZipView::Input(uint64_t offset, uint32_t least, uint64_t most) {
+  const std::span<const uint8_t> kept = Kept(offset);
+  if (!kept.empty() && kept.size() >= least) return kept;
+  const auto had = static_cast<uint32_t>(kept.size());
+  std::copy(kept.begin(), kept.end(), input_.begin());
+  const auto wanted = std::max(least, static_cast<uint32_t>(std::min<uint64_t>(most, kInputBlock)));
+  inputSize_ = had + reader_.ReadAt(offset + had, input_.data() + had, wanted - had);
+  inputOffset_ = offset;
+  return {input_.data(), inputSize_};
 }
 
 std::unique_ptr<Inflater> ZipView::TakeInflater() {

@@ -34,7 +34,11 @@ class ZipView final : public io::PositionedHandle {
   // Bytes of the file from `offset` on, which stay until the next call: at least `least`, unless
   // the file ends before, and up to `most` if they have to be read. REQUIRES: least and most are
   // not above kInputBlock.
+  // What is there already is not read again: in a deflated container that would be a move backward.
   std::span<const uint8_t> Input(uint64_t offset, uint32_t least, uint64_t most);
+
+  // What the last Input left from `offset` on.
+  std::span<const uint8_t> Kept(uint64_t offset) const;
 
   // An inflater at the start of a stream, null when memory runs out; and back, for the next member.
   std::unique_ptr<Inflater> TakeInflater();
