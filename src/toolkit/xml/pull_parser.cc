@@ -138,13 +138,10 @@ void PullParser::Fail(Result result) {
   (void)XML_StopParser(parser_.get(), XML_FALSE);
 }
 
-bool PullParser::Expand(size_t bytes) {
-  if (bytes > kMaxExpanded - expanded_) {
-    Fail(Result::kMalformed);
-    return false;
-  }
-  expanded_ += static_cast<uint32_t>(bytes);
-  return true;
+bool PullParser::CountItem() {
+  if (++items_ <= kMaxItems) return true;
+  Fail(Result::kMalformed);
+  return false;
 }
 
 // `text` ends in a NUL, which is appended with it.
@@ -163,7 +160,7 @@ bool PullParser::StoreTag(std::string_view name, bool isEnd) {
     Fail(Result::kMalformed);
     return false;
   }
-  if (!Expand(name.size()) || !Append(tag, name)) return false;
+  if (!CountItem() || !Append(tag, name)) return false;
   tag.attributesAt = tag.text.size();
   return true;
 }
@@ -174,7 +171,7 @@ bool PullParser::StoreAttributes(const XML_Char** attributes) {
   for (; *attributes != nullptr; attributes += 2) {
     const std::string_view name(attributes[0]);
     const std::string_view value(attributes[1]);
-    if (!Expand(name.size() + value.size())) return false;
+    if (!CountItem()) return false;
     const std::string_view local = name.substr(LocalNameAt(name));
     if (kept == kMaxAttributes) continue;
     if (local.size() + value.size() + 2 > kMaxTagText - tag.text.size()) continue;
@@ -228,8 +225,9 @@ void PullParser::OnDoctype(void* self, const XML_Char*, const XML_Char*, const X
 }
 
 void PullParser::OnNamespace(void* self, const XML_Char*, const XML_Char* uri) noexcept {
-  if (uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
-  static_cast<PullParser*>(self)->Fail(Result::kMalformed);
+  auto& parser = *static_cast<PullParser*>(self);
+  if (!parser.CountItem() || uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
+  parser.Fail(Result::kMalformed);
 }
 
 }  // namespace fi::xml
