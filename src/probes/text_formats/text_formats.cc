@@ -18,6 +18,7 @@
 #include "probes/text_formats/step.h"
 #include "probes/text_formats/stl_text.h"
 #include "probes/text_formats/text_window.h"
+#include "probes/text_formats/xml_text.h"
 #include "probes/text_formats/yaml.h"
 #include "probes/text_view.h"
 
@@ -64,6 +65,7 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
     if (id != kNoMatch) return id;
   }
   if (!isText) return kNoMatch;
+  if (const FormatId id = XmlTextProbe(stream, window); id != kNoMatch) return id;
   for (const TextProbe probe : kProbes) {
     if (const FormatId id = probe(text); id != kNoMatch) return id;
   }
