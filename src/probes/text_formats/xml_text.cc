@@ -47,8 +47,9 @@ constexpr size_t kMargin = 8192;
 // A handle on text, which can only be read through.
 class TextHandle : public IOHandle {
  public:
-  TextHandle(std::string_view text, size_t blanks)
-      : IOHandle{&kOperations}, text_(text), blanks_(blanks) {}
+  TextHandle(std::string_view text, size_t blanks) : IOHandle{}, text_(text), blanks_(blanks) {
+    operations = &kOperations;
+  }
 
   // Whether the reader has met the end.
   bool ended() const { return ended_; }
@@ -66,6 +67,7 @@ class TextHandle : public IOHandle {
     self.ended_ = self.ended_ || *count < size;
     return 0;
   }
+  // The handle is never closed, and nothing but its data is asked for.
   static int32_t Close(IOHandle*) noexcept { return 0; }
   static int32_t Seek(IOHandle*, uint32_t, int32_t) noexcept { return -1; }
   static int32_t Tell(IOHandle*, uint32_t*) noexcept { return -1; }
