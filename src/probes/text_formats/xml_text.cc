@@ -135,11 +135,11 @@ bool IsWellFormed(std::string_view text, bool isCut) {
 
 }  // namespace
 
-FormatId XmlTextProbe(IdentificationStream* stream, const TextWindow& window) {
+FormatId XmlTextProbe(IdentificationStream* stream, const TextHead& window) {
   // Blanks before a declaration are a fault, but a frequent one.
   const std::string_view text = SkipSpace(window.View());
   if (!text.starts_with('<')) return kNoMatch;
-  const DocumentRoot document(stream, window.form(), TextWindow::kCapacity);
+  const DocumentRoot document(stream, window.form(), TextHead::kCapacity);
   if (!document.found()) return kNoMatch;
   const std::string_view root = document.Name();
   if (document.Doctype().empty() && IsHtmlName(root)) return kNoMatch;

@@ -5,13 +5,13 @@
 
 #include "engine/id_stream.h"
 #include "formatid/formatid.h"
-#include "probes/text_formats/text_window.h"
+#include "probes/text_formats/text_head.h"
 
 namespace fi {
 
 // kFormatXml, kFormatSvg for a root of that name, or kNoMatch. `window` is the head of the text
 // that `stream` reads.
-FormatId XmlTextProbe(IdentificationStream* stream, const TextWindow& window);
+FormatId XmlTextProbe(IdentificationStream* stream, const TextHead& window);
 
 }  // namespace fi
 

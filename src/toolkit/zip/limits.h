@@ -49,6 +49,12 @@ inline constexpr uint64_t kMaxInflatedByView = 3 * kMaxInflated;
 inline constexpr uint64_t kMaxRatio = 256;
 inline constexpr uint64_t kFreeOfRatio = uint64_t{1024} * 1024;
 
+// What is done to find the members of a package without a central directory: headers that are
+// followed, and bytes of members whose header does not tell their size, the inflated ones included.
+// What tells the format of a document stands among its first members; the bytes take about 0.1 s.
+inline constexpr uint32_t kMaxRebuilt = 4096;
+inline constexpr uint64_t kMaxRebuiltExamined = uint64_t{32} * 1024 * 1024;
+
 // Containers around a package, at most. A package in a package is what documents have; one more
 // level may be that of a compound file around them. Each multiplies what a read inside it costs.
 inline constexpr uint32_t kMaxNesting = 3;

@@ -11,17 +11,29 @@
 
 namespace fi::zip {
 
-int32_t OpenView(IOHandle* handle, uint32_t nesting, IOHandle** target) {
+namespace {
+
+int32_t Open(IOHandle* handle, uint32_t nesting, bool (ZipView::*load)(), IOHandle** target) {
   *target = nullptr;
   if (nesting > kMaxNesting) return kIoError;
   auto* view = new (std::nothrow) ZipView(handle, nesting);
   if (view == nullptr) return kIoError;
-  if (!view->Load()) {
+  if (!(view->*load)()) {
     (void)view->operations->close(view);
     return kIoError;
   }
   *target = view;
   return kIoOk;
+}
+
+}  // namespace
+
+int32_t OpenView(IOHandle* handle, uint32_t nesting, IOHandle** target) {
+  return Open(handle, nesting, &ZipView::Load, target);
+}
+
+int32_t OpenRepairedView(IOHandle* handle, uint32_t nesting, IOHandle** target) {
+  return Open(handle, nesting, &ZipView::Rebuild, target);
 }
 
 ZipView::ZipView(IOHandle* handle, uint32_t nesting)

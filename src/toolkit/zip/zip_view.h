@@ -22,12 +22,18 @@ namespace fi::zip {
 // of containers around it. Null stays in `*target` when it is no package or the limits refuse it.
 int32_t OpenView(IOHandle* handle, uint32_t nesting, IOHandle** target);
 
+// The same for a package without a usable directory.
+int32_t OpenRepairedView(IOHandle* handle, uint32_t nesting, IOHandle** target);
+
 class ZipView final : public io::PositionedHandle {
  public:
   ZipView(IOHandle* handle, uint32_t nesting);
 
   // Reads the directory. False when the bytes are no package.
   bool Load() { return directory_.Load(reader_, fileSize_); }
+
+  // The same by the headers of the members.
+  bool Rebuild() { return directory_.Rebuild(reader_); }
 
   const storage::HandleReader& reader() const { return reader_; }
 
