@@ -14,7 +14,7 @@ namespace fi {
 inline constexpr size_t kSupplementRows = 211;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 3789;
+inline constexpr size_t kSupplementTableSize = 3790;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;
