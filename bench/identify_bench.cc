@@ -107,10 +107,14 @@ void OpenReadClose(benchmark::State& state) {
 
 BENCHMARK_CAPTURE(FromMemory, full_table_miss, "binary", 0u);
 BENCHMARK_CAPTURE(FromMemory, full_table_miss_and_fallback, "binary", uint32_t{kFiTextFallback});
+BENCHMARK_CAPTURE(FromMemory, full_table_miss_and_supplement, "binary",
+                  kFiTextFallback | kFiSupplement);
 BENCHMARK_CAPTURE(FromMemory, hit_at_row_127, "drawing", 0u);
 BENCHMARK_CAPTURE(FromMemory, hit_at_row_134, "pdf", 0u);
 BENCHMARK_CAPTURE(FromMemory, hit_at_row_277, "png", 0u);
 BENCHMARK_CAPTURE(FromMemory, text, "text", kFiTextFallback | kFiDelimitedText);
+BENCHMARK_CAPTURE(FromMemory, text_and_supplement, "text",
+                  kFiTextFallback | kFiDelimitedText | kFiSupplement);
 BENCHMARK_CAPTURE(FromMemory, office_open_xml, "docx", 0u);
 BENCHMARK_CAPTURE(FromMemory, open_document, "odt", 0u);
 BENCHMARK(OpenReadClose);

@@ -1,7 +1,8 @@
 // A whole identification of any bytes under any flags. What the handle is like (short reads, 32-bit
 // positions) and how large the stream's buffer is must not change the answer; the handle stays
-// open; and what is read stays within a bound per byte of the file. The library's own handle sees
-// compound files as storages; of other files it must say the same.
+// open; and what is read stays within a bound per byte of the file. The supplement changes no
+// specific answer. The library's own handle sees compound files as storages; of other files it must
+// say the same.
 //
 // Input: one byte of flags, one that chooses the extension, then the file.
 
@@ -11,6 +12,7 @@
 #include <iterator>
 #include <string>
 
+#include "api/supplement.h"
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
 #include "tests/support/memory_handle.h"
@@ -54,7 +56,7 @@ Answer Identify(MemoryHandle& handle, uint32_t flags, uint32_t bufferKilobytes, 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 2) return 0;
   // The behaviour comes from the flags, so that no run depends on the one before it.
-  const uint32_t flags = (data[0] & 0x0Fu) | kFiUseFlags;
+  const uint32_t flags = (data[0] & 0x1Fu) | kFiUseFlags;
   const std::string name = kNames[data[1] % std::size(kNames)];
   const std::string file(reinterpret_cast<const char*>(data + 2), size - 2);
 
@@ -70,6 +72,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   narrow.has64Bit = false;
   narrow.wideName = true;
   Require(Identify(narrow, flags, 64, file.size()) == answer);
+
+  if ((flags & kFiSupplement) != 0) {
+    MemoryHandle again(file, name);
+    const Answer base = Identify(again, flags & ~uint32_t{kFiSupplement}, 2, file.size());
+    Require(base.status == answer.status);
+    Require(fi::IsGeneralAnswer(base.id) || base == answer);
+  }
 
   const IOMemorySource source = {file.data(), file.size(), name.c_str()};
   IOHandle* own = nullptr;

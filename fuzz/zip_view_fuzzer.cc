@@ -1,6 +1,6 @@
 // ZIP package views: opens every member that the directory lists, and the names that documents
 // have, reads them in several ways, and goes into those that are packages or compound files
-// themselves.
+// themselves; the same over the headers of the members. Then asks what the package is.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -11,6 +11,7 @@
 
 #include "formatid/io.h"
 #include "platform/io.h"
+#include "probes/package/package_supplement.h"
 #include "toolkit/io/positioned_handle.h"
 #include "toolkit/zip/limits.h"
 
@@ -55,7 +56,8 @@ class InputHandle final : public fi::io::PositionedHandle {
 
 class Walk {
  public:
-  Walk(InputHandle& input, size_t size) : input_(input), size_(size) {}
+  Walk(InputHandle& input, size_t size, uint32_t source)
+      : input_(input), size_(size), source_(source) {}
 
   // `depth` is the number of packages around the view.
   void Package(IOHandle* handle, uint32_t depth) {
@@ -64,12 +66,14 @@ class Walk {
     const uint64_t readBefore = input_.bytesRead;
     Require(fi::io::Seek64(handle, kIoFromStart, 7) && fi::io::Tell64(handle, &before));
     IOHandle* opened = handle;
-    const int32_t result = handle->operations->open(handle, &opened, kIoSourcePackage, nullptr, 0);
+    const int32_t result = handle->operations->open(handle, &opened, source_, nullptr, 0);
     const OwnedHandle view(opened);
     Require((result == kIoOk) == (view != nullptr));
     Require(fi::io::Tell64(handle, &after) && before == after);
-    // The tail twice, the directory, and what is probed of end records.
-    if (depth == 0) Require(input_.bytesRead - readBefore <= 3 * size_ + 4096);
+    // The tail twice, the directory, and what is probed of end records; or for each member, of 31
+    // bytes at least, a header with a name as long as can be.
+    const uint64_t most = (source_ == kIoSourcePackage ? 3 : 20) * size_ + 4096;
+    if (depth == 0) Require(input_.bytesRead - readBefore <= most);
     if (view == nullptr) return;
     Require(depth <= fi::zip::kMaxNesting);
     Require(IOSetInfo(view.get(), kIoSetPackageMode, 2, nullptr) == 0);
@@ -135,6 +139,7 @@ class Walk {
 
   InputHandle& input_;
   const uint64_t size_;
+  const uint32_t source_;
   int members_ = 0;
 };
 
@@ -142,6 +147,8 @@ class Walk {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   InputHandle input(data, size);
-  Walk(input, size).Package(&input, 0);
+  Walk(input, size, kIoSourcePackage).Package(&input, 0);
+  Walk(input, size, kIoSourceRepairedPackage).Package(&input, 0);
+  (void)fi::PackageSupplement(&input);
   return 0;
 }

@@ -42,6 +42,11 @@ enum {
   /* Tell delimited text (CSV and the like) apart from other text. Effective only with kFiUseFlags.
    */
   kFiDelimitedText = 8,
+  /* Look further where the answer would be general (unknown, ZIP archive, Ogg or ISO media of some
+   * kind) or, with kFiTextFallback and kFiUseFlags, plain text: more formats, whose identifiers are
+   * 3000 to 3999, and sound files of a known format that its signatures do not see. A specific
+   * answer is never changed. */
+  kFiSupplement = 16,
 };
 
 /* Statuses of FIIdHandle. */

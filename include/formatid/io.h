@@ -77,7 +77,7 @@ typedef struct IOHandleOperations {
   /* Low 32 bits of the position in bytes. */
   int32_t (*tell)(IOHandle* handle, uint32_t* position);
   int32_t (*getInfo)(IOHandle* handle, uint32_t code, void* out);
-  /* Opens a related handle (source types 11, 12, 39 and 40); the caller closes it, before it
+  /* Opens a related handle (source types 11, 12 and 39 to 41); the caller closes it, before it
    * closes the one that it came from, and uses both in one thread. `flags`: 1, or 513, which means
    * the same: for reading. kIoNotFound: there is no such child of that kind. */
   int32_t (*open)(IOHandle* handle, IOHandle** target, uint32_t sourceType, const void* source,
@@ -111,6 +111,10 @@ enum {
   kIoSourcePackage = 39,
   /* A member of a package view by path (IOMemberSource). */
   kIoSourcePackageMember = 40,
+  /* As kIoSourcePackage, from the headers in front of the members: for a package whose central
+   * directory is cut off or damaged, or whose names are divided by backslashes. It holds the
+   * members up to the first damage, its names divided by "/". A host's handle need not know it. */
+  kIoSourceRepairedPackage = 41,
 };
 
 /* A block of memory under a file name. Both are borrowed: `data` for the life of the handle, `name`

@@ -5,6 +5,7 @@
 
 #include "api/extension.h"
 #include "api/protected_formats.h"
+#include "api/supplement.h"
 #include "engine/id_stream.h"
 #include "engine/interpreter.h"
 #include "engine/signature_walk.h"
@@ -22,6 +23,9 @@ namespace {
 // Bits of the behaviour word, option 338486.
 constexpr uint32_t kBehaviourText = 1;
 constexpr uint32_t kBehaviourDelimited = 2;
+
+// Beside them: the supplement is asked. It is no part of the option.
+constexpr uint32_t kBehaviourSupplement = 1u << 31;
 
 using ClassId = std::array<uint8_t, kClassIdSize>;
 
@@ -81,25 +85,60 @@ FormatId RefineDelimitedText(IdentificationStream* stream, FormatId id) {
 }
 
 FormatId FallBackToText(IdentificationStream* stream, uint32_t behaviour) {
+  if ((behaviour & kBehaviourText) == 0) return kFormatUnknown;
   const FormatId id = ClassifyPlainText(stream);
   if (id == kFormatUnknown || (behaviour & kBehaviourDelimited) == 0) return id;
   return RefineDelimitedText(stream, id);
 }
 
-// No signature claimed the file: the classifier, then the text fallback, then unknown.
+void Take(const SupplementAnswer& answer, FormatId* idOut, FIEvidence* evidence) {
+  *idOut = answer.id;
+  *evidence = {answer.basis, 0};
+}
+
+// Puts what the supplement knows in the place of a general answer.
+void Refine(SignatureRun& run, FormatId* idOut, FIEvidence* evidence) {
+  if (const SupplementAnswer answer = RefineGeneralAnswer(run, *idOut); answer) {
+    Take(answer, idOut, evidence);
+  }
+}
+
+// A file that is no storage and that no signature claimed: the text fallback and, where it is asked
+// for, the supplement. Delimited text is a specific answer, which the supplement must leave alone;
+// but what begins like no text need not be read on to know that it is none.
+void IdentifyRest(SignatureRun& run, uint32_t behaviour, FormatId* idOut, FIEvidence* evidence) {
+  const bool asksFurther = (behaviour & kBehaviourSupplement) != 0;
+  SupplementAnswer further;
+  if (asksFurther) {
+    further = AskSupplementSignatures(run);
+    // It also leaves the head of the file in the stream's buffer, where the fallback looks first.
+    const bool isBinary = BeginsBinary(run.stream);
+    if (further && isBinary) return Take(further, idOut, evidence);
+  }
+  *idOut = FallBackToText(run.stream, behaviour);
+  if (*idOut != kFormatUnknown) evidence->basis = kFiBasisText;
+  if (!asksFurther || !IsGeneralAnswer(*idOut)) return;
+  if (further) return Take(further, idOut, evidence);
+  Refine(run, idOut, evidence);
+}
+
+// No signature claimed the file: the classifier, then the fallbacks, then unknown.
 uint32_t IdentifyUnmatched(SignatureRun& run, uint32_t behaviour, FormatId* idOut,
                            FIEvidence* evidence) {
+  const bool asksFurther = (behaviour & kBehaviourSupplement) != 0;
   if (run.isStorage && run.classifierRan == 0) {
     const uint32_t result = ClassifyCompoundDocument(run.stream, run.extension.data(), idOut);
     if (*idOut != kFormatUnknown && *idOut != kNoMatch) {
       evidence->basis = kFiBasisContent;
+      if (asksFurther) Refine(run, idOut, evidence);
       return result;
     }
   }
   *idOut = kFormatUnknown;
-  if (!run.isStorage && (behaviour & kBehaviourText) != 0) {
-    *idOut = FallBackToText(run.stream, behaviour);
-    if (*idOut != kFormatUnknown) evidence->basis = kFiBasisText;
+  if (!run.isStorage) {
+    IdentifyRest(run, behaviour, idOut, evidence);
+  } else if (asksFurther) {
+    Refine(run, idOut, evidence);
   }
   Rewind(run.stream->handle);
   return kFiOk;
@@ -111,8 +150,8 @@ bool ReportsDecryption(FormatId id) {
 }
 
 // Passes the answer of a signature through the rules that apply to all of them.
-uint32_t FinishMatch(const SignatureRun& run, bool isProtected, uint32_t behaviour,
-                     FormatId* idOut) {
+uint32_t FinishMatch(SignatureRun& run, bool isProtected, uint32_t behaviour, FormatId* idOut,
+                     FIEvidence* evidence) {
   IOHandle* handle = run.stream->handle;
   Rewind(handle);
   if (isProtected) {
@@ -122,6 +161,10 @@ uint32_t FinishMatch(const SignatureRun& run, bool isProtected, uint32_t behavio
   }
   if (*idOut == kFormatPlainUtf8Text && (behaviour & kBehaviourDelimited) != 0) {
     if (const ScopedStream fresh(handle); fresh) *idOut = RefineDelimitedText(fresh.get(), *idOut);
+    Rewind(handle);
+  }
+  if ((behaviour & kBehaviourSupplement) != 0) {
+    Refine(run, idOut, evidence);
     Rewind(handle);
   }
   return kFiOk;
@@ -141,7 +184,8 @@ uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvi
   *idOut = kNoMatch;
   SignatureRun run;
   run.stream = stream.get();
-  const uint32_t behaviour = Behaviour(flags);
+  uint32_t behaviour = Behaviour(flags);
+  if ((flags & kFiSupplement) != 0) behaviour |= kBehaviourSupplement;
   run.isStorage = ReadClassId(handle, run.classId);
   run.extension = ReadExtension(handle);
   const bool isProtected = run.isStorage && CheckDrmContentStream(run.stream);
@@ -151,7 +195,7 @@ uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvi
   *idOut = match.id;
   if (match.id == kNoMatch) return IdentifyUnmatched(run, behaviour, idOut, evidence);
   if (match.id != kFormatUnknown) *evidence = {BasisOfRow(match.row), match.row};
-  return FinishMatch(run, isProtected, behaviour, idOut);
+  return FinishMatch(run, isProtected, behaviour, idOut, evidence);
 }
 
 }  // namespace fi

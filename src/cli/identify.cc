@@ -13,8 +13,6 @@
 namespace fi::cli {
 namespace {
 
-constexpr uint32_t kFlags = kFiUseFlags | kFiTextFallback | kFiDelimitedText;
-
 constexpr FIFormatFacts kUnknownFacts = {kFormatUnknown, "unknown", "", "", "", ""};
 constexpr FIFormatFacts kEmptyFacts = {kFormatUnknown, "empty", "", "application/x-empty", "", ""};
 
@@ -111,11 +109,11 @@ void Fail(std::string_view reason, Answer& answer) {
   answer.error = reason;
 }
 
-void IdentifyHandle(IOHandle* handle, Answer& answer) {
+void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer) {
   Reset(answer);
   FormatId id = kFormatUnknown;
   FIEvidence evidence{};
-  const uint32_t status = FIIdHandleEvidence(handle, kFlags, &id, &evidence);
+  const uint32_t status = FIIdHandleEvidence(handle, flags, &id, &evidence);
   answer.size = SizeOf(handle);
   // An answer that rests on what could be read before a fault would look like a sound one.
   if (const int32_t error = ReadError(handle); error != 0) {
@@ -132,7 +130,7 @@ void IdentifyHandle(IOHandle* handle, Answer& answer) {
   }
 }
 
-void IdentifyPath(const std::string& path, LinkUse links, Answer& answer) {
+void IdentifyPath(const std::string& path, LinkUse links, uint32_t flags, Answer& answer) {
   Reset(answer);
   // The system would take the path up to there, which names another file.
   if (path.find('\0') != std::string::npos) return Fail("the name holds a NUL byte", answer);
@@ -142,16 +140,16 @@ void IdentifyPath(const std::string& path, LinkUse links, Answer& answer) {
   if (IOOpen(&opened, kIoSourcePath, path.c_str(), 1) != kIoOk)
     return FailOpen(path, errno, answer);
   const OwnedHandle handle(opened);
-  IdentifyHandle(opened, answer);
+  IdentifyHandle(opened, flags, answer);
 }
 
-void IdentifyStandardInput(const char* name, Answer& answer) {
+void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer) {
   Reset(answer);
   StandardInput input;
   IOHandle* opened = nullptr;
   if (!input.Open(STDIN_FILENO, name, &opened)) return Fail(std::strerror(errno), answer);
   const OwnedHandle handle(opened);
-  IdentifyHandle(opened, answer);
+  IdentifyHandle(opened, flags, answer);
 }
 
 }  // namespace fi::cli

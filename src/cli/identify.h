@@ -2,6 +2,7 @@
 #ifndef FI_CLI_IDENTIFY_H_
 #define FI_CLI_IDENTIFY_H_
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,14 +17,15 @@ enum class LinkUse {
   kNone,
 };
 
-// Each sets all of `answer`, keeping the room of its text. What is no regular file is not opened.
-void IdentifyPath(const std::string& path, LinkUse links, Answer& answer);
+// Each sets all of `answer`, keeping the room of its text; `flags` are those of FIIdHandle. What is
+// no regular file is not opened.
+void IdentifyPath(const std::string& path, LinkUse links, uint32_t flags, Answer& answer);
 
 // `name` stands for the file name of the data; nullptr when it has none.
-void IdentifyStandardInput(const char* name, Answer& answer);
+void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer);
 
 // Identifies an open handle, which stays the caller's.
-void IdentifyHandle(IOHandle* handle, Answer& answer);
+void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer);
 
 // Makes `answer` an error of which nothing else is known.
 void Fail(std::string_view reason, Answer& answer);

@@ -14,7 +14,7 @@ struct Raw {
   std::vector<std::string> paths;
   std::string lines, records, separator, described, passwordFile, passwordDescriptor;
   bool dereference = false, noDereference = false;
-  bool mime = false, id = false, extension = false;
+  bool mime = false, id = false, extension = false, base = false;
   bool json = false, jsonLines = false, csv = false;
   bool progress = false, quiet = false;
   bool listFormats = false, version = false, help = false;
@@ -60,6 +60,7 @@ void AddAnswer(CLI::App& app, Raw& raw, Options& options) {
   textOnly(app.add_flag("--extension", raw.extension))->excludes(mime)->excludes(id);
   auto* brief = textOnly(app.add_flag("-b,--brief", options.style.brief));
   auto* rawPath = textOnly(app.add_flag("-0,--print0", options.style.rawPath))->excludes(brief);
+  app.add_flag("--base", raw.base);
   textOnly(app.add_option("-F,--separator", raw.separator))->excludes(brief)->excludes(rawPath);
 }
 
@@ -181,6 +182,7 @@ bool ParseOptions(int count, const char* const* arguments, Options& options, std
     return false;
   }
   SetStyle(app, raw, options);
+  if (raw.base) options.flags &= ~uint32_t{kFiSupplement};
   if (raw.dereference) options.links = LinkUse::kAll;
   if (raw.noDereference) options.links = LinkUse::kNone;
   if (raw.progress) options.progress = ProgressUse::kAlways;

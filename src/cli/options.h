@@ -2,6 +2,7 @@
 #ifndef FI_CLI_OPTIONS_H_
 #define FI_CLI_OPTIONS_H_
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ struct Options {
   std::string stdinName;  // empty: none
   bool isRecursive = false;
   LinkUse links = LinkUse::kArguments;
+  uint32_t flags = kFiUseFlags | kFiTextFallback | kFiDelimitedText | kFiSupplement;
   // Where passwords come from; at most one of the two is set.
   std::string passwordFile;     // empty: none
   int passwordDescriptor = -1;  // -1: none

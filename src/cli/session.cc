@@ -96,7 +96,7 @@ bool Session::RunDirectory(const std::string& root) {
   while (walk.Next()) {
     if (walk.fault().empty()) {
       // A link that the walk delivers leads nowhere, or all links are to be followed.
-      IdentifyPath(walk.path(), LinkUse::kAll, answer_);
+      IdentifyPath(walk.path(), LinkUse::kAll, options_.flags, answer_);
     } else {
       Fail(walk.fault(), answer_);
     }
@@ -106,7 +106,7 @@ bool Session::RunDirectory(const std::string& root) {
 }
 
 bool Session::RunPath(const std::string& path) {
-  IdentifyPath(path, options_.links, answer_);
+  IdentifyPath(path, options_.links, options_.flags, answer_);
   if (answer_.isDirectory && options_.isRecursive) return RunDirectory(path);
   return Deliver(path);
 }
@@ -114,7 +114,7 @@ bool Session::RunPath(const std::string& path) {
 bool Session::RunArgument(const std::string& path) {
   if (path != "-") return RunPath(path);
   const bool isNamed = !options_.stdinName.empty();
-  IdentifyStandardInput(isNamed ? options_.stdinName.c_str() : nullptr, answer_);
+  IdentifyStandardInput(isNamed ? options_.stdinName.c_str() : nullptr, options_.flags, answer_);
   return Deliver(isNamed ? options_.stdinName : path);
 }
 

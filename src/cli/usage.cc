@@ -17,6 +17,7 @@ Answer (the name, unless one of these asks for another):
   -i, --mime, --mime-type  the MIME type
       --id                 the number of the format
       --extension          the usual file name extensions
+      --base               without the supplement: general answers stay as they are
 
 Encrypted documents:
       --password-file F    take passwords from F, one a line (- is standard input)

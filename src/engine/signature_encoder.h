@@ -285,6 +285,32 @@ consteval EncodedTable<kRows, kCapacity> EncodeTable(const std::string_view (&ro
   return table;
 }
 
+// Sizes of an end marker, and of the return or probe that closes each program.
+inline constexpr size_t kMarkerSize = 2;
+inline constexpr size_t kResultSize = 4;
+
+// Where the return or probe of a row begins.
+template <size_t kRows, size_t kCapacity>
+constexpr size_t ResultOf(const EncodedTable<kRows, kCapacity>& table, size_t row) {
+  const size_t end = row + 1 < kRows ? table.starts[row + 1] : table.size - kMarkerSize;
+  return end - kMarkerSize - kResultSize;
+}
+
+// Whether each row ends in a return or a probe, so that no program runs on into the next, and holds
+// no marker that closes a row.
+template <size_t kRows, size_t kCapacity>
+consteval bool RowsAreWellFormed(const EncodedTable<kRows, kCapacity>& table) {
+  for (size_t row = 0; row < kRows; ++row) {
+    const size_t result = ResultOf(table, row);
+    const uint8_t* last = table.bytes.data() + result;
+    if (last[0] != kEscape || (last[1] != kOpReturn && last[1] != kOpProbe)) return false;
+    for (size_t at = table.starts[row]; at + 1 < result + kResultSize; ++at) {
+      if (table.bytes[at] == kEscape && table.bytes[at + 1] == kOpEndOfEntry) return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace fi
 
 #endif  // FI_ENGINE_SIGNATURE_ENCODER_H_

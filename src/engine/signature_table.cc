@@ -517,21 +517,7 @@ static_assert(std::size(kRows) == kSignatureRows);
 constexpr auto kEncoded = EncodeTable<kSignatureTableSize>(kRows);
 static_assert(kEncoded.size == kSignatureTableSize);
 
-// Each row ends in a return or a probe, so that no program runs on into the next, and the marker
-// that closes a row does not occur inside one.
-consteval bool RowsAreWellFormed() {
-  for (size_t row = 0; row < kSignatureRows; ++row) {
-    const size_t end =
-        (row + 1 < kSignatureRows ? kEncoded.starts[row + 1] : kEncoded.size - 2) - 2;
-    const uint8_t* last = kEncoded.bytes.data() + end - 4;
-    if (last[0] != kEscape || (last[1] != kOpReturn && last[1] != kOpProbe)) return false;
-    for (size_t at = kEncoded.starts[row]; at + 1 < end; ++at) {
-      if (kEncoded.bytes[at] == kEscape && kEncoded.bytes[at + 1] == kOpEndOfEntry) return false;
-    }
-  }
-  return true;
-}
-static_assert(RowsAreWellFormed());
+static_assert(RowsAreWellFormed(kEncoded));
 
 // FNV-1a over the encoded table: no row changes by accident, since hosts store what they answer.
 consteval uint64_t Fingerprint() {

@@ -5,20 +5,13 @@
 #include <cstddef>
 
 #include "engine/signature_table.h"
+#include "engine/supplement_table.h"
 #include "formatid/platform.h"
 
 namespace fi {
 namespace {
 
 constexpr size_t kNoFirstByte = 256;
-
-// Sizes of an end marker, and of the return or probe that closes each program.
-constexpr size_t kMarkerSize = 2;
-constexpr size_t kResultSize = 4;
-
-FormatId RunRow(size_t row, SignatureRun& run) {
-  return RunProgram(kSignatureTable.bytes.data() + kSignatureTable.starts[row], run);
-}
 
 WalkResult Match(FormatId id, size_t row) { return {id, static_cast<uint16_t>(row + 1)}; }
 
@@ -27,34 +20,34 @@ uint32_t ReadFirstByte(IdentificationStream* stream) {
   return MoveTo(stream, 0) ? IdStreamGetByte(stream) : kEndOfData;
 }
 
-}  // namespace
-
-WalkResult WalkSignatures(SignatureRun& run) {
-  const auto& index = kSignatureIndex;
+template <class Table, size_t kRows>
+WalkResult Walk(const Table& table, const SignatureIndex<kRows>& index, SignatureRun& run) {
+  const auto runRow = [&](size_t row) {
+    return RunProgram(table.bytes.data() + table.starts[row], run);
+  };
   if (run.isStorage) {
     for (size_t row = 0; row < index.classRows; ++row) {
-      if (const FormatId id = RunRow(row, run); id != kNoMatch) return Match(id, row);
+      if (const FormatId id = runRow(row); id != kNoMatch) return Match(id, row);
     }
   }
   const size_t firstByte = std::min<size_t>(ReadFirstByte(run.stream), kNoFirstByte);
   const auto& candidates = index.candidates[firstByte];
   size_t next = index.classRows;  // the first row that neither ran nor was skipped
-  for (size_t word = 0; word < RowSet<kSignatureRows>::kWords; ++word) {
+  for (size_t word = 0; word < RowSet<kRows>::kWords; ++word) {
     for (uint64_t bits = candidates.Word(word); bits != 0; bits &= bits - 1) {
       const size_t row = word * 64 + static_cast<size_t>(std::countr_zero(bits));
       if (!index.gated.Has(row) && index.behindGated[row] > next) (void)ReadFirstByte(run.stream);
-      if (const FormatId id = RunRow(row, run); id != kNoMatch) return Match(id, row);
+      if (const FormatId id = runRow(row); id != kNoMatch) return Match(id, row);
       next = row + 1;
     }
   }
   return {};
 }
 
-uint16_t BasisOfRow(uint16_t row) {
-  const uint8_t* program = kSignatureTable.bytes.data() + kSignatureTable.starts[row - 1];
-  const size_t end =
-      row < kSignatureRows ? kSignatureTable.starts[row] : kSignatureTable.size - kMarkerSize;
-  const uint8_t* last = kSignatureTable.bytes.data() + end - kMarkerSize - kResultSize;
+template <class Table>
+uint16_t Basis(const Table& table, uint16_t row) {
+  const uint8_t* program = table.bytes.data() + table.starts[row - 1];
+  const uint8_t* last = table.bytes.data() + ResultOf(table, row - 1);
   if (last[1] == kOpProbe) return kFiBasisContent;
   switch (program[1]) {
     case kOpClass:
@@ -69,5 +62,17 @@ uint16_t BasisOfRow(uint16_t row) {
       return kFiBasisSignature;
   }
 }
+
+}  // namespace
+
+WalkResult WalkSignatures(SignatureRun& run) { return Walk(kSignatureTable, kSignatureIndex, run); }
+
+uint16_t BasisOfRow(uint16_t row) { return Basis(kSignatureTable, row); }
+
+WalkResult WalkSupplement(SignatureRun& run) {
+  return Walk(kSupplementTable, kSupplementIndex, run);
+}
+
+uint16_t BasisOfSupplementRow(uint16_t row) { return Basis(kSupplementTable, row); }
 
 }  // namespace fi

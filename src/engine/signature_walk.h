@@ -1,4 +1,5 @@
-// Runs the programs of the signature table in order until one yields an identifier.
+// Runs the programs of a table in order until one yields an identifier: those of the signatures,
+// and those of the supplement for what they leave open.
 #ifndef FI_ENGINE_SIGNATURE_WALK_H_
 #define FI_ENGINE_SIGNATURE_WALK_H_
 
@@ -20,6 +21,10 @@ WalkResult WalkSignatures(SignatureRun& run);
 
 // What an answer of that row rests on: one of the kFiBasis values. REQUIRES: 1 <= row <= 467.
 uint16_t BasisOfRow(uint16_t row);
+
+// The same for the supplement table and its rows.
+WalkResult WalkSupplement(SignatureRun& run);
+uint16_t BasisOfSupplementRow(uint16_t row);
 
 }  // namespace fi
 

@@ -3,6 +3,8 @@
 #ifndef FI_PLATFORM_IO_H_
 #define FI_PLATFORM_IO_H_
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -28,6 +30,18 @@ inline uint32_t Read(IOHandle* handle, void* buffer, uint32_t size) {
   uint32_t count = 0;
   if (handle->operations->read(handle, buffer, size, &count) != 0) return 0;
   return count <= size ? count : 0;
+}
+
+// Reads until `size` bytes are stored, the data ends or a read fails; the number stored.
+inline size_t ReadFully(IOHandle* handle, uint8_t* buffer, size_t size) {
+  size_t total = 0;
+  while (total < size) {
+    const auto most = static_cast<uint32_t>(std::min<size_t>(size - total, UINT32_MAX));
+    const uint32_t count = Read(handle, buffer + total, most);
+    if (count == 0) break;
+    total += count;
+  }
+  return total;
 }
 
 // `offset` is signed when the origin is not the start: its 32 bits are passed as they are.

@@ -51,8 +51,8 @@ class Lines {
   // The next line, without its end. False when there is none.
   bool Next(std::string_view* line) {
     if (rest_.empty()) return false;
-    size_t end = rest_.find_first_of("\r\n");
-    if (end == std::string_view::npos) end = rest_.size();
+    size_t end = 0;
+    while (end < rest_.size() && !IsLineEnd(rest_[end])) ++end;
     *line = rest_.substr(0, end);
     rest_.remove_prefix(end);
     if (rest_.starts_with("\r\n")) rest_.remove_prefix(1);

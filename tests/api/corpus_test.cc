@@ -10,10 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "api/supplement.h"
 #include "engine/signature_table.h"
 #include "engine/signature_walk.h"
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
+#include "platform/format_ids.h"
 #include "platform/io.h"
 #include "tests/support/plain_walk.h"
 
@@ -85,6 +87,27 @@ TEST_F(CorpusTest, SettledFilesAnswerTheirIdentifiers) {
     ++checked;
   }
   EXPECT_GT(checked, 2500u);
+}
+
+// The supplement speaks where the answer is general, and of message items by their class; nothing
+// else changes.
+TEST_F(CorpusTest, SupplementKeepsSpecificAnswers) {
+  uint32_t named = 0;
+  for (const CorpusFile& file : files_) {
+    const io::OwnedHandle handle = Open(file.path);
+    if (handle == nullptr) continue;
+    for (const uint32_t delimited : {0u, uint32_t{kFiDelimitedText}}) {
+      const uint32_t flags = kFiUseFlags | kFiTextFallback | delimited;
+      FormatId base = 0;
+      FormatId id = 0;
+      const uint32_t status = FIIdHandle(handle.get(), flags, &base);
+      EXPECT_EQ(FIIdHandle(handle.get(), flags | kFiSupplement, &id), status) << file.path;
+      const bool isItem = base == kFormatOutlookMessage || base == kFormatOutlookItemTemplate;
+      EXPECT_TRUE(id == base || isItem || IsGeneralAnswer(base)) << file.path << ' ' << id;
+      named += id != base ? 1 : 0;
+    }
+  }
+  EXPECT_GT(named, 500u);
 }
 
 TEST_F(CorpusTest, IndexAgreesWithThePlainWalk) {

@@ -88,6 +88,14 @@ TEST(PackageProbes, LargePackagesAreReadInPlaces) {
 TEST(PackageProbes, FilesThatAreNoPackage) {
   MemoryHandle handle("PK\x03\x04 and nothing else");
   EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0}));
+
+  IOHandleOperations careless = *handle.operations;
+  careless.open = [](IOHandle*, IOHandle**, uint32_t, const void*, uint32_t) -> int32_t {
+    return 0;
+  };
+  handle.operations = &careless;
+  EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0})) << "a host that opens nothing, and says it did";
+  EXPECT_EQ(handle.closes, 0u);
 }
 
 }  // namespace

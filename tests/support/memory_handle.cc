@@ -94,6 +94,7 @@ int32_t MemoryHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) {
 int32_t MemoryHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sourceType,
                            const void* /*source*/, uint32_t /*flags*/) {
   if (sourceType == kIoSourcePackage) return zip::OpenView(handle, 0, target);
+  if (sourceType == kIoSourceRepairedPackage) return zip::OpenRepairedView(handle, 0, target);
   *target = nullptr;
   return kIoNotFound;
 }

@@ -38,16 +38,6 @@ uint64_t FileSize(IOHandle* handle) {
   return io::Seek(handle, kIoFromEnd, 0) && io::Tell(handle, &size) ? size : kWindow;
 }
 
-uint32_t ReadFully(IOHandle* handle, uint8_t* buffer, uint32_t size) {
-  uint32_t filled = 0;
-  while (filled < size) {
-    const uint32_t count = io::Read(handle, buffer + filled, size - filled);
-    if (count == 0) break;
-    filled += count;
-  }
-  return filled;
-}
-
 // Controls: text of any size may hold one in 64 bytes, and the filler at the end of a CP/M or DOS
 // file does not count.
 constexpr uint32_t kBytesPerControl = 64;
@@ -210,7 +200,7 @@ FormatId ClassifyPlainText(IdentificationStream* stream) {
   const auto size = static_cast<uint32_t>(std::min<uint64_t>(fileSize, kWindow));
   const std::unique_ptr<uint8_t[]> buffer(new (std::nothrow) uint8_t[size]);
   if (buffer == nullptr || !io::Seek(handle, kIoFromStart, 0)) return kNotText;
-  const uint32_t filled = ReadFully(handle, buffer.get(), size);
+  const size_t filled = io::ReadFully(handle, buffer.get(), size);
   return ClassifyWindow({Bytes(buffer.get(), filled), fileSize});
 }
 

@@ -38,16 +38,20 @@ GoOn RunChain(const PackageStep (&steps)[count], IOHandle* package, FormatId* id
 FormatId PackageProbe(IdentificationStream* stream, int32_t* extra) {
   *extra = 0;
   const io::OwnedHandle package = OpenPackage(stream->handle);
-  if (package == nullptr) return kFormatZip;
-  SetByNameAccess(package.get());
+  return package == nullptr ? kFormatZip : FormatOfPackage(package.get(), extra);
+}
+
+FormatId FormatOfPackage(IOHandle* package, int32_t* extra) {
+  *extra = 0;
+  SetByNameAccess(package);
   FormatId id = kFormatZip;
-  if (RunChain(kBeforeArchive, package.get(), &id) == kChainEnds) return id;
-  const GoOn result = IworkArchiveProbe(package.get(), &id);
+  if (RunChain(kBeforeArchive, package, &id) == kChainEnds) return id;
+  const GoOn result = IworkArchiveProbe(package, &id);
   if (id == kFormatEncryptedIWork) {
     *extra = static_cast<int16_t>(result);
     return id;
   }
-  if (result != kChainEnds) (void)RunChain(kBehindArchive, package.get(), &id);
+  if (result != kChainEnds) (void)RunChain(kBehindArchive, package, &id);
   return id;
 }
 

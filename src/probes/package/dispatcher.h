@@ -14,6 +14,9 @@ namespace fi {
 // 0. The position of the stream stays.
 FormatId PackageProbe(IdentificationStream* stream, int32_t* extra);
 
+// The same for an opened package view.
+FormatId FormatOfPackage(IOHandle* package, int32_t* extra);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_PACKAGE_DISPATCHER_H_

@@ -50,13 +50,6 @@ constexpr UTXMLTagName kValueTypesTags[] = {{kTagVector, "vector"}};
 // Of "16.0300", as applications write it, the first two characters count.
 constexpr uint32_t kMostVersionCharacters = 16;
 
-bool FindMainPart(PKGHandle* package, PKGRelationship* mainPart) {
-  for (const char* type : kMainPartTypes) {
-    if (opc::FindRelationship(package, type, mainPart)) return true;
-  }
-  return false;
-}
-
 // The whole name where it has no dot.
 std::u16string_view ExtensionOf(std::u16string_view name) {
   return name.substr(name.rfind(u'.') + 1);
@@ -139,7 +132,15 @@ ExtendedProperties ReadProperties(IOHandle* part) {
   return properties;
 }
 
-// What the extended properties make of the format; as it is where the package has none.
+}  // namespace
+
+bool FindMainPart(PKGHandle* package, PKGRelationship* mainPart) {
+  for (const char* type : kMainPartTypes) {
+    if (opc::FindRelationship(package, type, mainPart)) return true;
+  }
+  return false;
+}
+
 FormatId RefineByProperties(PKGHandle* package, FormatId id) {
   opc::OwnedPart part = opc::OpenByType(package, kPropertiesType);
   bool strict = false;
@@ -155,8 +156,6 @@ FormatId RefineByProperties(PKGHandle* package, FormatId id) {
   }
   return RefineByVersion(id, properties.appMajor, strict);
 }
-
-}  // namespace
 
 GoOn OfficeOpenXmlProbe(IOHandle* package, FormatId* id) {
   const opc::OwnedPackage opened = opc::OpenPackage(package);

@@ -54,10 +54,22 @@ constexpr ContentType kVendorTypes[] = {
     {"ms-visio.stencil", kFormatVisioXmlStencil2013},
 };
 
+using Comparison = bool (*)(const char16_t* text, std::string_view prefix);
+
 template <size_t count>
-FormatId FirstThatFits(const char16_t* text, const ContentType (&types)[count]) {
+FormatId FirstThatFits(const char16_t* text, const ContentType (&types)[count], Comparison fits) {
   for (const ContentType& type : types) {
-    if (BeginsWith(text, type.beginning)) return type.id;
+    if (fits(text, type.beginning)) return type.id;
+  }
+  return kFormatZip;
+}
+
+FormatId FormatBy(const char16_t* contentType, Comparison fits) {
+  if (fits(contentType, kOfficePrefix)) {
+    return FirstThatFits(contentType + kOfficePrefix.size(), kOfficeTypes, fits);
+  }
+  if (fits(contentType, kVendorPrefix)) {
+    return FirstThatFits(contentType + kVendorPrefix.size(), kVendorTypes, fits);
   }
   return kFormatZip;
 }
@@ -65,13 +77,11 @@ FormatId FirstThatFits(const char16_t* text, const ContentType (&types)[count]) 
 }  // namespace
 
 FormatId FormatOfContentType(const char16_t* contentType) {
-  if (BeginsWith(contentType, kOfficePrefix)) {
-    return FirstThatFits(contentType + kOfficePrefix.size(), kOfficeTypes);
-  }
-  if (BeginsWith(contentType, kVendorPrefix)) {
-    return FirstThatFits(contentType + kVendorPrefix.size(), kVendorTypes);
-  }
-  return kFormatZip;
+  return FormatBy(contentType, BeginsWith);
+}
+
+FormatId FormatOfContentTypeAnyCase(const char16_t* contentType) {
+  return FormatBy(contentType, BeginsWithAnyCase);
 }
 
 }  // namespace fi

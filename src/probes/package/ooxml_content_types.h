@@ -10,6 +10,9 @@ namespace fi {
 // 1802 when it names none.
 FormatId FormatOfContentType(const char16_t* contentType);
 
+// The same, ASCII letters compared without regard to case.
+FormatId FormatOfContentTypeAnyCase(const char16_t* contentType);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_PACKAGE_OOXML_CONTENT_TYPES_H_

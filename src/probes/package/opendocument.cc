@@ -113,23 +113,31 @@ Kind KindOf(const char16_t* rest, const KindWord (&words)[count]) {
   return kNoKind;
 }
 
+// Takes generation and kind from the media type of a root entry, in the namespace of OpenOffice.org
+// 1.x or the later one. False when it belongs to neither family; the kind may stay unknown.
+bool ReadMediaType(const char16_t* mediaType, bool oldNamespace, bool version12,
+                   Document* document) {
+  if (BeginsWith(mediaType, kLegacyPrefix)) {
+    document->generation = oldNamespace ? kOpenOffice1 : kPlain;
+    document->kind = KindOf(mediaType + kLegacyPrefix.size(), kLegacyWords);
+    return true;
+  }
+  if (!BeginsWith(mediaType, kOasisPrefix)) return false;
+  document->generation = version12 ? kVersion12 : kPlain;
+  document->kind = KindOf(mediaType + kOasisPrefix.size(), kOasisWords);
+  return true;
+}
+
 // Looks at the file entry that the reader stands at. True when it is the root entry of one of the
 // two families, whether or not its kind is known.
 bool ReadRootEntry(UTXMLReader* reader, const UTXMLTag& tag, Document* document) {
   if (Attribute(reader, "full-path") != u"/") return false;
   const char16_t* mediaType = Attribute(reader, "media-type").data();
   if (mediaType == nullptr) return false;
-  if (BeginsWith(mediaType, kLegacyPrefix)) {
-    document->generation = tag.namespaceNumber == kOasisNumber ? kPlain : kOpenOffice1;
-    document->kind = KindOf(mediaType + kLegacyPrefix.size(), kLegacyWords);
-    return true;
-  }
-  if (!BeginsWith(mediaType, kOasisPrefix)) return false;
   // Deliberate: later versions count as plain OpenDocument.
   const char16_t* version = Attribute(reader, "version").data();
-  document->generation = version != nullptr && BeginsWith(version, "1.2") ? kVersion12 : kPlain;
-  document->kind = KindOf(mediaType + kOasisPrefix.size(), kOasisWords);
-  return true;
+  const bool version12 = version != nullptr && BeginsWith(version, "1.2");
+  return ReadMediaType(mediaType, tag.namespaceNumber != kOasisNumber, version12, document);
 }
 
 void ReadManifest(IOHandle* member, Document* document) {
@@ -181,7 +189,25 @@ void ReadGenerator(IOHandle* member, Document* document) {
   }
 }
 
+// The kind is known.
+FormatId FormatOf(IOHandle* package, Document document) {
+  if (package != nullptr) {
+    if (const io::OwnedHandle meta = OpenMember(package, "meta.xml")) {
+      ReadGenerator(meta.get(), &document);
+    }
+  }
+  return kFormats[document.generation - 1][document.producer][document.kind - 1];
+}
+
 }  // namespace
+
+FormatId OpenDocumentOfType(IOHandle* package, const char16_t* mediaType, bool version12) {
+  Document document;
+  if (!ReadMediaType(mediaType, true, version12, &document) || document.kind == kNoKind) {
+    return kFormatZip;
+  }
+  return FormatOf(package, document);
+}
 
 GoOn OpenDocumentProbe(IOHandle* package, FormatId* id) {
   SetByNameAccess(package);
@@ -190,10 +216,7 @@ GoOn OpenDocumentProbe(IOHandle* package, FormatId* id) {
   Document document;
   ReadManifest(manifest.get(), &document);
   if (document.kind == kNoKind) return kChainEnds;
-  if (const io::OwnedHandle meta = OpenMember(package, "meta.xml")) {
-    ReadGenerator(meta.get(), &document);
-  }
-  *id = kFormats[document.generation - 1][document.producer][document.kind - 1];
+  *id = FormatOf(package, document);
   return kChainEnds;
 }
 

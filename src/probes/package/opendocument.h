@@ -12,6 +12,11 @@ namespace fi {
 // generator say, or as it was.
 GoOn OpenDocumentProbe(IOHandle* package, FormatId* id);
 
+// What the probe would make of a document with that media type, which is terminated, and with the
+// generator that `package`, where it is not null, names. 1802 when the type is of no kind that has
+// identifiers. `version12`: it is OpenDocument 1.2.
+FormatId OpenDocumentOfType(IOHandle* package, const char16_t* mediaType, bool version12);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_PACKAGE_OPENDOCUMENT_H_

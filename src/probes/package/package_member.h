@@ -28,11 +28,32 @@ inline void SetByNameAccess(IOHandle* package) {
   (void)IOSetInfo(package, kIoSetPackageMode, kByName, &none);
 }
 
-// The bytes of `handle` as a ZIP package; null when they are none.
+// The bytes of `handle` as a ZIP package; null when they are none. A host may answer success and
+// leave its own handle, which is not ours to close.
 inline io::OwnedHandle OpenPackage(IOHandle* handle) {
   IOHandle* package = handle;
   if (handle->operations->open(handle, &package, kIoSourcePackage, nullptr, 0) != 0) return nullptr;
+  return io::OwnedHandle(package != handle ? package : nullptr);
+}
+
+// The same by the headers of its members, as far as they are undamaged.
+inline io::OwnedHandle OpenRepairedPackage(IOHandle* handle) {
+  IOHandle* package = handle;
+  constexpr uint32_t kSource = kIoSourceRepairedPackage;
+  if (handle->operations->open(handle, &package, kSource, nullptr, 0) != 0) return nullptr;
   return io::OwnedHandle(package);
+}
+
+// The first bytes of a member that is open and at its start, up to the size of the buffer.
+template <size_t size>
+std::string_view ReadHead(IOHandle* member, char (&buffer)[size]) {
+  uint32_t filled = 0;
+  while (filled < size) {
+    const uint32_t count = io::Read(member, buffer + filled, static_cast<uint32_t>(size) - filled);
+    if (count == 0) break;
+    filled += count;
+  }
+  return {buffer, filled};
 }
 
 }  // namespace fi

@@ -46,6 +46,18 @@ inline bool BeginsWith(const char16_t* text, std::string_view prefix) {
   return UTwsstrncmp(text, prefix.data(), static_cast<uint32_t>(prefix.size())) == 0;
 }
 
+inline char16_t FoldCase(char16_t c) {
+  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
+}
+
+// The same, ASCII letters compared without regard to case.
+inline bool BeginsWithAnyCase(const char16_t* text, std::string_view prefix) {
+  for (const char c : prefix) {
+    if (FoldCase(*text++) != FoldCase(static_cast<unsigned char>(c))) return false;
+  }
+  return true;
+}
+
 }  // namespace fi
 
 #endif  // FI_PROBES_PACKAGE_XML_SCAN_H_

@@ -73,11 +73,38 @@ std::string ReadClass(IOHandle* child) {
   return text;
 }
 
-// The class as 8-bit text, else as UTF-16.
+// The start of a class in UTF-16, upper-cased, up to the first character that is not Latin.
+std::string ReadWideClass(IOHandle* child) {
+  std::array<char, 2 * kTextSize> bytes{};
+  uint32_t filled = 0;
+  (void)io::Seek(child, kIoFromStart, 0);
+  while (filled < bytes.size()) {
+    const auto room = static_cast<uint32_t>(bytes.size()) - filled;
+    const uint32_t count = io::Read(child, bytes.data() + filled, room);
+    if (count == 0) break;
+    filled += count;
+  }
+  std::string text;
+  for (uint32_t at = 0; at + 1 < filled && bytes[at + 1] == 0; at += 2) {
+    text.push_back(UpperCase(bytes[at]));
+  }
+  return text;
+}
+
+constexpr const char* kNarrowClass = "__substg1.0_001A001E";
+constexpr const char* kWideClass = "__substg1.0_001A001F";
+
 io::OwnedHandle OpenMessageClass(IOHandle* document) {
-  io::OwnedHandle narrow = OpenChild(document, kIoSourceStorageStream, "__substg1.0_001A001E");
+  io::OwnedHandle narrow = OpenChild(document, kIoSourceStorageStream, kNarrowClass);
   if (narrow != nullptr) return narrow;
-  return OpenChild(document, kIoSourceStorageStream, "__substg1.0_001A001F");
+  return OpenChild(document, kIoSourceStorageStream, kWideClass);
+}
+
+FormatId FormatOfClass(const std::string& text, bool isMessage) {
+  for (const ClassRow& row : kClasses) {
+    if (text.starts_with(row.prefix)) return isMessage ? row.message : row.itemTemplate;
+  }
+  return kNoMatch;
 }
 
 }  // namespace
@@ -87,11 +114,15 @@ FormatId MapMessageClass(IdentificationStream* stream, FormatId baseId) {
   const FormatId otherwise = isMessage ? kFormatOutlookMessage : kFormatOutlookItemTemplate;
   const io::OwnedHandle child = OpenMessageClass(stream->handle);
   if (child == nullptr) return otherwise;
-  const std::string text = ReadClass(child.get());
-  for (const ClassRow& row : kClasses) {
-    if (text.starts_with(row.prefix)) return isMessage ? row.message : row.itemTemplate;
-  }
-  return otherwise;
+  const FormatId id = FormatOfClass(ReadClass(child.get()), isMessage);
+  return id != kNoMatch ? id : otherwise;
+}
+
+FormatId MapWideMessageClass(IdentificationStream* stream, FormatId baseId) {
+  if (HasStream(stream->handle, kNarrowClass)) return kNoMatch;
+  const io::OwnedHandle child = OpenChild(stream->handle, kIoSourceStorageStream, kWideClass);
+  if (child == nullptr) return kNoMatch;
+  return FormatOfClass(ReadWideClass(child.get()), baseId == kFormatOutlookMessage);
 }
 
 }  // namespace fi

@@ -11,6 +11,10 @@ namespace fi {
 // item whose class is unknown or not stored gets the family's default. The stream is not moved.
 FormatId MapMessageClass(IdentificationStream* stream, FormatId baseId);
 
+// The same for an item whose class is stored as UTF-16 alone, which MapMessageClass answers with
+// the default: kNoMatch where it is stored in 8 bits, or is not known.
+FormatId MapWideMessageClass(IdentificationStream* stream, FormatId baseId);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_STORAGE_MESSAGE_CLASS_H_

@@ -13,11 +13,13 @@
 #include "probes/text_formats/iges.h"
 #include "probes/text_formats/json.h"
 #include "probes/text_formats/latex.h"
+#include "probes/text_formats/message_header.h"
 #include "probes/text_formats/postscript.h"
 #include "probes/text_formats/script.h"
 #include "probes/text_formats/step.h"
 #include "probes/text_formats/stl_text.h"
-#include "probes/text_formats/text_window.h"
+#include "probes/text_formats/text_head.h"
+#include "probes/text_formats/xml_text.h"
 #include "probes/text_formats/yaml.h"
 #include "probes/text_view.h"
 
@@ -26,7 +28,7 @@ namespace {
 
 // Formats that are named without a mark, but whose signatures and probes a mark before them
 // misleads.
-FormatId MarkedFormat(IdentificationStream* stream, const TextWindow& window) {
+FormatId MarkedFormat(IdentificationStream* stream, const TextHead& window) {
   const std::string_view text = window.View();
   if (SkipSpace(text).starts_with('<')) {
     const bool mayBeHistory = text.find("FirstSessionID") != std::string_view::npos;
@@ -50,7 +52,7 @@ constexpr TextProbe kProbes[] = {ScriptProbe,  ArmourProbe, StepProbe,
 }  // namespace
 
 FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
-  const TextWindow window(stream);
+  const TextHead window(stream);
   const std::string_view text = window.View();
   // Page descriptions may hold binary data.
   if (const FormatId id = PostScriptProbe(text); id != kNoMatch) return id;
@@ -64,11 +66,13 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
     if (id != kNoMatch) return id;
   }
   if (!isText) return kNoMatch;
+  if (const FormatId id = XmlTextProbe(stream, window); id != kNoMatch) return id;
   for (const TextProbe probe : kProbes) {
     if (const FormatId id = probe(text); id != kNoMatch) return id;
   }
   if (const FormatId id = JsonProbe(text, window.isCut()); id != kNoMatch) return id;
-  return YamlProbe(text, extension);
+  if (const FormatId id = YamlProbe(text, extension); id != kNoMatch) return id;
+  return MessageHeaderProbe(text, extension);
 }
 
 }  // namespace fi

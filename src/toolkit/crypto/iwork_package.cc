@@ -23,15 +23,11 @@ namespace fi::crypto {
 namespace {
 
 std::optional<IworkVerifier> ReadVerifier(IOHandle* package, const DecryptionLimits& limits) {
-  IOMemberSource source{package, ".iwpv2", -1, {}};
-  IOHandle* opened = nullptr;
-  if (package->operations->open(package, &opened, kIoSourcePackageMember, &source, 0) != 0) {
-    return std::nullopt;
-  }
-  const io::OwnedHandle member(opened);
+  const io::OwnedHandle member = io::OpenMember(package, ".iwpv2");
+  if (member == nullptr) return std::nullopt;
   // One byte more shows that the member is too long.
   std::array<uint8_t, kIworkVerifier + 1> bytes{};
-  const size_t size = ReadFully(member.get(), bytes.data(), bytes.size());
+  const size_t size = io::ReadFully(member.get(), bytes.data(), bytes.size());
   return ReadIworkVerifier(Bytes(bytes).first(size), limits);
 }
 
@@ -50,7 +46,7 @@ class MemberReader {
     if (!size.has_value() || *size < kLeast || *size > kMaxIworkMember) return false;
     const uint64_t encrypted = *size - kAesBlock - kMac;
     if (encrypted % kAesBlock != 0 || !plaintext_->Reserve(encrypted, limits)) return false;
-    if (ReadFully(member_, iv_.data(), iv_.size()) != iv_.size()) return false;
+    if (io::ReadFully(member_, iv_.data(), iv_.size()) != iv_.size()) return false;
     for (uint64_t left = encrypted; left > 0;) {
       const auto part = static_cast<size_t>(std::min<uint64_t>(left, kSegment));
       if (!ReadSegment(part, left == encrypted, left == part)) return false;
@@ -58,14 +54,14 @@ class MemberReader {
     }
     std::array<uint8_t, kMac> mac{};
     HashValue value;
-    return ReadFully(member_, mac.data(), kMac) == kMac && hmac_.Finish(&value) &&
+    return io::ReadFully(member_, mac.data(), kMac) == kMac && hmac_.Finish(&value) &&
            std::ranges::equal(value.view(), mac);
   }
 
  private:
   // Bytes of a whole number of blocks.
   bool ReadSegment(size_t size, bool isFirst, bool isLast) {
-    if (ReadFully(member_, encrypted_.data(), size) != size) return false;
+    if (io::ReadFully(member_, encrypted_.data(), size) != size) return false;
     const Bytes encrypted = Bytes(encrypted_).first(size);
     if (!aes_.Decrypt(iv_, encrypted, decrypted_.data())) return false;
     std::ranges::copy(encrypted.last(kAesBlock), iv_.begin());

@@ -34,7 +34,7 @@ EncryptionInfo ReadInfo(IOHandle* document, const DecryptionLimits& limits) {
   constexpr size_t kRoom = kMaxEncryptionInfo + 1;
   const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[kRoom]);
   if (stream == nullptr || bytes == nullptr) return {};
-  const size_t size = ReadFully(stream.get(), bytes.get(), kRoom);
+  const size_t size = io::ReadFully(stream.get(), bytes.get(), kRoom);
   if (size == kRoom) return {};
   return ReadEncryptionInfo({bytes.get(), size}, limits);
 }

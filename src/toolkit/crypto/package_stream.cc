@@ -5,6 +5,7 @@
 #include <new>
 #include <optional>
 
+#include "platform/io.h"
 #include "toolkit/crypto/little_endian.h"
 #include "toolkit/crypto/stream_bytes.h"
 
@@ -26,7 +27,7 @@ class PackageReader {
     const std::optional<uint64_t> streamSize = StreamSize(stream_);
     if (!streamSize.has_value() || *streamSize < kSizeField) return false;
     std::array<uint8_t, kSizeField> field{};
-    if (ReadFully(stream_, field.data(), field.size()) != field.size()) return false;
+    if (io::ReadFully(stream_, field.data(), field.size()) != field.size()) return false;
     size_ = std::min(LoadLE<kSizeField>(field, 0), *streamSize - kSizeField);
     if (size_ > limits.mostPlaintext || !plaintext_->Reserve(size_, limits)) return false;
     if (!key_.hasIntegrity) return ReadSegments(nullptr);
@@ -44,7 +45,7 @@ class PackageReader {
     const uint64_t segments = (size_ + kSegment - 1) / kSegment;
     const uint64_t most = segments + kMoreSegments;
     for (uint64_t index = 0; index < (hmac == nullptr ? segments : most); ++index) {
-      const size_t count = ReadFully(stream_, encrypted_.data(), kSegment);
+      const size_t count = io::ReadFully(stream_, encrypted_.data(), kSegment);
       const Bytes read = Bytes(encrypted_).first(count);
       if (hmac != nullptr && !hmac->Update(read)) return false;
       if (index < segments && !DecryptSegment(static_cast<uint32_t>(index), read)) return false;

@@ -21,14 +21,4 @@ std::optional<uint64_t> StreamSize(IOHandle* stream) {
   return size;
 }
 
-size_t ReadFully(IOHandle* stream, uint8_t* buffer, size_t size) {
-  size_t total = 0;
-  while (total < size) {
-    const uint32_t count = io::Read(stream, buffer + total, static_cast<uint32_t>(size - total));
-    if (count == 0) break;
-    total += count;
-  }
-  return total;
-}
-
 }  // namespace fi::crypto

@@ -113,6 +113,9 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
   auto* self = static_cast<PositionedHandle*>(handle);
   *target = nullptr;
   if (sourceType == kIoSourcePackage) return zip::OpenView(handle, self->nesting_, target);
+  if (sourceType == kIoSourceRepairedPackage) {
+    return zip::OpenRepairedView(handle, self->nesting_, target);
+  }
   if (source == nullptr) return kIoError;
   if (sourceType == kIoSourcePackageMember) {
     return self->OpenMember(target, *static_cast<const IOMemberSource*>(source));

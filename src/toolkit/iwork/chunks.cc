@@ -23,16 +23,6 @@ constexpr size_t kMostExpansion = 22;
 
 constexpr uint32_t kFirstCapacity = uint32_t{64} * 1024;
 
-uint32_t ReadFully(IOHandle* archive, uint8_t* buffer, uint32_t size) {
-  uint32_t total = 0;
-  while (total < size) {
-    const uint32_t count = io::Read(archive, buffer + total, size - total);
-    if (count == 0) break;
-    total += count;
-  }
-  return total;
-}
-
 // Room for `size` bytes more. The old block is wiped, which realloc would not do.
 bool Grow(FUTBuffer* buffer, size_t size) {
   if (size > kFutMostBytes - buffer->length) return false;
@@ -53,23 +43,29 @@ bool AppendBlock(const IworkModule& module, const uint8_t* block, size_t size, F
   size_t contentSize = 0;
   if (!module.readBlockSize(block, size, &contentSize)) return false;
   if (contentSize > kMostExpansion * size || !Grow(buffer, contentSize)) return false;
-  if (!module.readBlock(block, size, buffer->start + buffer->length, contentSize)) return false;
+  uint8_t* const content = buffer->start + buffer->length;
+  if (!module.readBlock(block, size, content, contentSize)) {
+    // Without content there may be no buffer.
+    if (contentSize > 0) explicit_bzero(content, contentSize);
+    return false;
+  }
   buffer->length += static_cast<uint32_t>(contentSize);
   return true;
 }
 
 int32_t AppendChunk(IOHandle* archive, FUTBuffer* buffer) {
   std::array<uint8_t, kChunkHeader> header{};
-  const uint32_t read = ReadFully(archive, header.data(), kChunkHeader);
+  const size_t read = io::ReadFully(archive, header.data(), kChunkHeader);
   if (read == 0) return kFutEndOfData;
   if (read < kChunkHeader || header[0] != kSnappyChunk) return kFutDamaged;
   const IworkModule* module = LoadIworkModule();
   if (module == nullptr) return kFutDamaged;
   const uint32_t size = uint32_t{header[1]} | uint32_t{header[2]} << 8 | uint32_t{header[3]} << 16;
   const std::unique_ptr<uint8_t[]> block(new (std::nothrow) uint8_t[size]);
-  if (block == nullptr || ReadFully(archive, block.get(), size) != size) return kFutDamaged;
-  const bool appended = AppendBlock(*module, block.get(), size, buffer);
-  explicit_bzero(block.get(), size);
+  if (block == nullptr) return kFutDamaged;
+  const size_t stored = io::ReadFully(archive, block.get(), size);
+  const bool appended = stored == size && AppendBlock(*module, block.get(), size, buffer);
+  explicit_bzero(block.get(), stored);
   return appended ? 0 : kFutDamaged;
 }
 

@@ -28,7 +28,6 @@ bool Relationships::Add(xml::PullParser& element) {
   const std::optional<std::string_view> target = element.Attribute("Target");
   if (!type.has_value() || !target.has_value() || target->size() > kMaxTarget) return true;
   const std::string_view id = element.Attribute("Id").value_or(std::string_view());
-  if (records_.size() == kMaxRelationships) return false;
 
   Record record{};
   record.typeAt = static_cast<uint32_t>(types_.size());

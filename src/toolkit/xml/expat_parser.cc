@@ -141,13 +141,10 @@ void ExpatParser::Fail(Result result) {
   (void)XML_StopParser(parser_.get(), XML_FALSE);
 }
 
-bool ExpatParser::Expand(size_t bytes) {
-  if (bytes > kMaxExpanded - expanded_) {
-    Fail(Result::kMalformed);
-    return false;
-  }
-  expanded_ += static_cast<uint32_t>(bytes);
-  return true;
+bool ExpatParser::CountItem() {
+  if (++items_ <= kMaxItems) return true;
+  Fail(Result::kMalformed);
+  return false;
 }
 
 // `text` ends in a NUL, which is appended with it.
@@ -166,7 +163,7 @@ bool ExpatParser::StoreTag(std::string_view name, bool isEnd) {
     Fail(Result::kMalformed);
     return false;
   }
-  if (!Expand(name.size()) || !Append(tag, name)) return false;
+  if (!CountItem() || !Append(tag, name)) return false;
   tag.attributesAt = tag.text.size();
   return true;
 }
@@ -177,7 +174,7 @@ bool ExpatParser::StoreAttributes(const XML_Char** attributes) {
   for (; *attributes != nullptr; attributes += 2) {
     const std::string_view name(attributes[0]);
     const std::string_view value(attributes[1]);
-    if (!Expand(name.size() + value.size())) return false;
+    if (!CountItem()) return false;
     const std::string_view local = name.substr(LocalNameAt(name));
     if (kept == kMaxAttributes) continue;
     if (local.size() + value.size() + 2 > kMaxTagText - tag.text.size()) continue;
@@ -231,8 +228,9 @@ void ExpatParser::OnDoctype(void* self, const XML_Char*, const XML_Char*, const 
 }
 
 void ExpatParser::OnNamespace(void* self, const XML_Char*, const XML_Char* uri) noexcept {
-  if (uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
-  static_cast<ExpatParser*>(self)->Fail(Result::kMalformed);
+  auto& parser = *static_cast<ExpatParser*>(self);
+  if (!parser.CountItem() || uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
+  parser.Fail(Result::kMalformed);
 }
 
 }  // namespace fi::xml

@@ -80,7 +80,7 @@ class ExpatParser {
   uint32_t ReadChunk(char* buffer, uint32_t size);
   bool StoreTag(std::string_view name, bool isEnd);
   bool StoreAttributes(const XML_Char** attributes);
-  bool Expand(size_t bytes);
+  bool CountItem();
   bool Append(Tag& tag, std::string_view text);
   void Complete();
   void Fail(Result result);
@@ -91,7 +91,7 @@ class ExpatParser {
   uint32_t chunk_;
   const uint32_t largestChunk_;
   uint32_t fed_ = 0;
-  uint32_t expanded_ = 0;
+  uint32_t items_ = 0;
   uint32_t depth_ = 0;
   Result result_ = Result::kTag;  // what stands behind the last tag, kTag while it is not known
   bool endOfData_ = false;

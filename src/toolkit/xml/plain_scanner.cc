@@ -47,10 +47,6 @@ int DigitOf(char c) {
 // The name, and the prefix, of attributes that declare namespaces.
 constexpr std::string_view kDeclaration = "xmlns";
 
-// Of the namespace that the prefix "xml" stands for.
-constexpr size_t kXmlNamespaceSize =
-    std::string_view("http://www.w3.org/XML/1998/namespace").size();
-
 // Namespaces that only the prefixes "xml" and "xmlns" may stand for begin so.
 bool MayBeReserved(std::string_view uri) {
   return uri.starts_with("http://www.w3.org/XML/1998/") ||
@@ -239,6 +235,8 @@ PlainScanner::Step PlainScanner::NextTag() {
   }
   text_ = RangeTo(begin, cursor.at());
   if (text_.size > kMaxPlainPiece) return Step::kOther;
+  items_ += isEnd_ ? 1 : 1 + attributeCount_ + bindingCount_ - bindings;
+  if (items_ > kMaxItems) return Step::kLimit;
   at_ = static_cast<size_t>(cursor.at() - document_.data());
   return Step::kDone;
 }
@@ -313,7 +311,7 @@ bool PlainScanner::Declare(Range prefix, Range uri) {
 
 // Finds what the prefixes of the tag stand for. False when one stands for nothing or something
 // occurs twice: then a full parser tells whether that is a fault.
-bool PlainScanner::Resolve(Element* element) {
+bool PlainScanner::Resolve(Element* element) const {
   for (uint32_t i = element->bindings; i < bindingCount_; ++i) {
     for (uint32_t before = element->bindings; before < i; ++before) {
       if (View(bindings_[before].prefix) == View(bindings_[i].prefix)) return false;
@@ -323,22 +321,15 @@ bool PlainScanner::Resolve(Element* element) {
   const Binding* const binding = FindBinding(prefix);
   if (binding == nullptr && !prefix.empty()) return false;
   if (binding != nullptr) element->uri = binding->uri;
-  size_t expanded = 2 * (size_t{element->uri.size} + element->name.whole.size + 1);  // both tags
   for (uint32_t i = 0; i < attributeCount_; ++i) {
     const AttributeEntry& attribute = attributes_[i];
     const std::string_view local = View(LocalRange(attribute.name));
     for (uint32_t before = 0; before < i; ++before) {
       if (View(LocalRange(attributes_[before].name)) == local) return false;
     }
-    expanded += size_t{attribute.name.whole.size} + attribute.value.size + 1;
-    if (attribute.name.prefixSize == 0) continue;
     const std::string_view itsPrefix = Prefix(attribute.name);
-    const Binding* const its = FindBinding(itsPrefix);
-    if (its == nullptr && itsPrefix != "xml") return false;
-    expanded += its == nullptr ? kXmlNamespaceSize : its->uri.size;
+    if (!itsPrefix.empty() && itsPrefix != "xml" && FindBinding(itsPrefix) == nullptr) return false;
   }
-  if (expanded > kMaxExpanded - expanded_) return false;
-  expanded_ += expanded;
   return true;
 }
 

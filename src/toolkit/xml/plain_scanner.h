@@ -15,8 +15,9 @@ namespace fi::xml {
 
 class PlainScanner {
  public:
-  // kMore: the document goes on beyond what was given. kOther: here begins what is not plain.
-  enum class Step { kDone, kEndOfData, kMore, kOther };
+  // kMore: the document goes on beyond what was given. kLimit: the next tag goes beyond kMaxItems.
+  // kOther: here begins what is not plain.
+  enum class Step { kDone, kEndOfData, kMore, kLimit, kOther };
 
   // The document so far, or whole, which only grows; a NUL stands behind it. It may lie elsewhere
   // each time: views that are handed out point into the last one.
@@ -29,7 +30,7 @@ class PlainScanner {
   Step NextTag();
 
   // The character data between the current tag and the next one, where it stands as it is, and of
-  // which the first kMaxContent bytes are given. Never kEndOfData.
+  // which the first kMaxContent bytes are given. Neither kEndOfData nor kLimit.
   Step Text(std::string_view* text) const;
 
   // Of the current tag.
@@ -89,13 +90,14 @@ class PlainScanner {
   bool TakeEndTag(Cursor* cursor);
   bool TakeStartTag(Cursor* cursor);
   bool Declare(Range prefix, Range uri);
-  bool Resolve(Element* element);
+  bool Resolve(Element* element) const;
   const Binding* FindBinding(std::string_view prefix) const;
   void Leave();
 
   std::string_view document_;
   bool isWhole_ = false;
-  size_t at_ = 0;  // behind the current tag
+  size_t at_ = 0;       // behind the current tag
+  uint32_t items_ = 0;  // up to there, as kMaxItems counts them
   bool isEnd_ = true;
   bool endFollows_ = false;  // an element without content: its end is the next tag
   Range text_{};
@@ -103,7 +105,6 @@ class PlainScanner {
 
   // Those of elements that are open, and of the tag that is being read.
   size_t depth_ = 0;
-  size_t expanded_ = 0;  // bytes of names and values, with namespaces written out, or a bit more
   uint32_t bindingCount_ = 0;
   uint32_t attributeCount_ = 0;
   std::array<Element, kMaxDepth> elements_;

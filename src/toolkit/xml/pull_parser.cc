@@ -45,6 +45,7 @@ PullParser::Result PullParser::Next() {
       return Result::kTag;
     }
     if (step == PlainScanner::Step::kEndOfData) return result_ = Result::kEndOfData;
+    if (step == PlainScanner::Step::kLimit) return result_ = Result::kMalformed;
     if (!GoOn(step)) return result_;
   }
   tagIsPlain_ = false;

@@ -4,7 +4,9 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
+#include "toolkit/zip/local_headers.h"
 #include "toolkit/zip/records.h"
 
 namespace fi::zip {
@@ -87,6 +89,15 @@ bool Directory::Load(const storage::HandleReader& reader, uint64_t fileSize) {
     size_ = reader.ReadAt(place.start, block_.get(), static_cast<uint32_t>(size_));
     bytes_ = block_.get();
   }
+  return BuildIndex();
+}
+
+bool Directory::Rebuild(const storage::HandleReader& reader) {
+  RebuiltDirectory rebuilt;
+  if (!RebuildDirectory(reader, &rebuilt)) return false;
+  block_ = std::move(rebuilt.bytes);
+  bytes_ = block_.get();
+  size_ = rebuilt.size;
   return BuildIndex();
 }
 

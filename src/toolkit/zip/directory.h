@@ -33,6 +33,9 @@ class Directory {
   // more.
   bool Load(const storage::HandleReader& reader, uint64_t fileSize);
 
+  // The same from the headers of the members, for a package without a directory: local_headers.h.
+  bool Rebuild(const storage::HandleReader& reader);
+
   uint32_t count() const { return count_; }
 
   // REQUIRES: index < count().

@@ -44,10 +44,24 @@ inline constexpr uint64_t kMaxInflated = uint64_t{64} * 1024 * 1024;
 // second of work, however a file makes its readers move.
 inline constexpr uint64_t kMaxInflatedByView = 3 * kMaxInflated;
 
+// Packed bytes that one view inflates, those inflated again included. Blocks without content cost
+// 50 ns a byte and yield nothing that the limits above would see; reading a deflated package from
+// its end takes four passes at most. A view in another container is not held by the size of a file,
+// since its bytes may be inflated themselves.
+inline constexpr uint64_t kMaxPasses = 4;  // over as many bytes as the file has
+inline constexpr uint64_t kFreeOfPasses = uint64_t{2} * 1024 * 1024;
+inline constexpr uint64_t kMaxPackedByNestedView = uint64_t{8} * 1024 * 1024;
+
 // Inflated bytes for each packed one, and how many can be read whatever the ratio. Text packs 5 to
 // 20 times, sheets of equal rows up to 100; deflate itself ends at 1032.
 inline constexpr uint64_t kMaxRatio = 256;
 inline constexpr uint64_t kFreeOfRatio = uint64_t{1024} * 1024;
+
+// What is done to find the members of a package without a central directory: headers that are
+// followed, and bytes of members whose header does not tell their size, the inflated ones included.
+// What tells the format of a document stands among its first members; the bytes take about 0.1 s.
+inline constexpr uint32_t kMaxRebuilt = 4096;
+inline constexpr uint64_t kMaxRebuiltExamined = uint64_t{32} * 1024 * 1024;
 
 // Containers around a package, at most. A package in a package is what documents have; one more
 // level may be that of a compound file around them. Each multiplies what a read inside it costs.

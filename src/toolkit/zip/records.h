@@ -21,9 +21,21 @@ inline constexpr uint32_t kElsewhere32 = 0xFFFFFFFF;
 namespace local {
 inline constexpr uint32_t kSignature = 0x04034B50;
 inline constexpr uint32_t kSize = 30;
+inline constexpr uint32_t kFlags = 6;
+inline constexpr uint32_t kMethod = 8;
+inline constexpr uint32_t kPackedSize = 18;
+inline constexpr uint32_t kMemberSize = 22;
 inline constexpr uint32_t kNameLength = 26;
 inline constexpr uint32_t kExtraLength = 28;
 }  // namespace local
+
+// Behind a member's data: checksum and sizes, which are wide in ZIP64. The signature is optional.
+namespace descriptor {
+inline constexpr uint32_t kSignature = 0x08074B50;
+inline constexpr uint32_t kSize = 16;
+inline constexpr uint32_t kWideSize = 24;
+inline constexpr uint32_t kPackedSize = 8;
+}  // namespace descriptor
 
 // An entry of the central directory, followed by name, extra fields and comment.
 namespace central {
@@ -66,8 +78,9 @@ inline constexpr uint32_t kDirectoryOffset = 48;
 // The extra field with those of an entry's size, packed size and offset that are elsewhere.
 inline constexpr uint16_t kWideExtra = 1;
 
-// General-purpose flag.
+// General-purpose flags.
 inline constexpr uint16_t kEncrypted = 1;
+inline constexpr uint16_t kSizesBehind = 8;  // in a descriptor behind the data
 
 // Methods.
 inline constexpr uint16_t kStored = 0;

@@ -1,4 +1,4 @@
-#include "probes/text_formats/text_window.h"
+#include "probes/text_formats/text_head.h"
 
 #include <algorithm>
 #include <cstring>
@@ -20,7 +20,7 @@ TextForm FormOf(IdentificationStream* stream) {
 
 }  // namespace
 
-TextWindow::TextWindow(IdentificationStream* stream) : form_(FormOf(stream)) {
+TextHead::TextHead(IdentificationStream* stream) : form_(FormOf(stream)) {
   if (IdStreamSeek(stream, form_.start, kIoFromStart) != 0) return;
   if (form_.units == TextUnits::kBytes) {
     ReadBytes(stream);
@@ -30,7 +30,7 @@ TextWindow::TextWindow(IdentificationStream* stream) : form_(FormOf(stream)) {
 }
 
 // Bytes are taken over as they are buffered.
-void TextWindow::ReadBytes(IdentificationStream* stream) {
+void TextHead::ReadBytes(IdentificationStream* stream) {
   for (uint32_t c = IdStreamGetByte(stream); c != kEndOfData; c = IdStreamGetByte(stream)) {
     isCut_ = size_ == kCapacity;
     if (isCut_) return;
@@ -43,7 +43,7 @@ void TextWindow::ReadBytes(IdentificationStream* stream) {
   }
 }
 
-void TextWindow::ReadWords(IdentificationStream* stream) {
+void TextHead::ReadWords(IdentificationStream* stream) {
   for (;;) {
     const int32_t unit =
         form_.units == TextUnits::kWordsLE ? IdStreamGetWordLE(stream) : IdStreamGetWordBE(stream);

@@ -1,7 +1,7 @@
 // The head of a text, decoded once for all probes of text formats: the mark is left out, and of
 // 16-bit text each unit above ASCII becomes "?".
-#ifndef FI_PROBES_TEXT_FORMATS_TEXT_WINDOW_H_
-#define FI_PROBES_TEXT_FORMATS_TEXT_WINDOW_H_
+#ifndef FI_PROBES_TEXT_FORMATS_TEXT_HEAD_H_
+#define FI_PROBES_TEXT_FORMATS_TEXT_HEAD_H_
 
 #include <array>
 #include <cstddef>
@@ -12,11 +12,11 @@
 
 namespace fi {
 
-class TextWindow {
+class TextHead {
  public:
   static constexpr size_t kCapacity = 4096;  // characters
 
-  explicit TextWindow(IdentificationStream* stream);
+  explicit TextHead(IdentificationStream* stream);
 
   std::string_view View() const { return {text_.data(), size_}; }
   // Whether the text goes on behind the window.
@@ -37,4 +37,4 @@ class TextWindow {
 
 }  // namespace fi
 
-#endif  // FI_PROBES_TEXT_FORMATS_TEXT_WINDOW_H_
+#endif  // FI_PROBES_TEXT_FORMATS_TEXT_HEAD_H_

@@ -1,0 +1,69 @@
+#include "api/supplement.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "engine/signature_walk.h"
+#include "platform/format_ids.h"
+#include "probes/file_bytes.h"
+#include "probes/package/package_supplement.h"
+#include "probes/storage/message_class.h"
+#include "probes/storage/unknown_storages.h"
+#include "probes/text_formats/text_formats.h"
+
+namespace fi {
+namespace {
+
+SupplementAnswer Content(FormatId id) {
+  if (id == kNoMatch) return {};
+  return {id, kFiBasisContent};
+}
+
+}  // namespace
+
+bool IsGeneralAnswer(FormatId id) {
+  constexpr FormatId kGeneral[] = {kNoMatch,
+                                   kFormatUnknown,
+                                   kFormatZip,
+                                   kFormatOgg,
+                                   kFormatIsoMedia,
+                                   kFormatPlainUtf16Text,
+                                   kFormatPlainAsciiText,
+                                   kFormatPlainCodePageText,
+                                   kFormatPlainUtf8Text};
+  return std::find(std::begin(kGeneral), std::end(kGeneral), id) != std::end(kGeneral);
+}
+
+SupplementAnswer AskSupplementSignatures(SignatureRun& run) {
+  const WalkResult match = WalkSupplement(run);
+  if (match.id == kNoMatch) return {};
+  return {match.id, BasisOfSupplementRow(match.row)};
+}
+
+SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
+  switch (id) {
+    case kFormatUnknown:
+      if (run.isStorage) return Content(ProbeUnknownStorage(run.stream, run.classId));
+      [[fallthrough]];
+    case kFormatPlainUtf16Text:
+    case kFormatPlainAsciiText:
+    case kFormatPlainCodePageText:
+    case kFormatPlainUtf8Text:
+      return Content(TextFormatProbe(run.stream, run.extension.data()));
+    case kFormatZip:
+      return Content(PackageSupplement(run.stream->handle));
+    case kFormatOutlookMessage:
+    case kFormatOutlookItemTemplate:
+      return Content(MapWideMessageClass(run.stream, id));
+    default:
+      return {};
+  }
+}
+
+bool BeginsBinary(IdentificationStream* stream) {
+  const FileBytes<512> head(stream, 0);
+  return head.View().find('\0') != std::string_view::npos;
+}
+
+}  // namespace fi

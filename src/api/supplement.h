@@ -1,0 +1,37 @@
+// What the supplement makes of general answers, when a caller asks for it (kFiSupplement). It never
+// sees a specific answer.
+#ifndef FI_API_SUPPLEMENT_H_
+#define FI_API_SUPPLEMENT_H_
+
+#include <cstdint>
+
+#include "engine/interpreter.h"
+#include "formatid/platform.h"
+
+namespace fi {
+
+struct SupplementAnswer {
+  FormatId id = kNoMatch;
+  uint16_t basis = kFiBasisNone;
+
+  explicit operator bool() const { return id != kNoMatch; }
+};
+
+// Whether `id` says no more than what a file is packed or written in, or nothing at all.
+bool IsGeneralAnswer(FormatId id);
+
+// Asks the signatures of the supplement about a file that is no storage. The stream and the handle
+// are left anywhere.
+SupplementAnswer AskSupplementSignatures(SignatureRun& run);
+
+// Asks the probes that look into what `id` stands for: ZIP archives, storages of an unknown kind,
+// message items whose class is not told, text, and what may be text in part. No answer for every
+// other identifier. The stream and the handle are left anywhere.
+SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
+
+// Whether the file's first bytes show that it is no text of 8-bit characters.
+bool BeginsBinary(IdentificationStream* stream);
+
+}  // namespace fi
+
+#endif  // FI_API_SUPPLEMENT_H_

@@ -1,0 +1,24 @@
+// Signatures of formats beyond the fixed catalogue (signature_table.h): tried only on request, and
+// only on what the catalogue leaves without a specific answer. Its rows may be added to and put in
+// another order; the identifiers are 3000 to 3999.
+#ifndef FI_ENGINE_SUPPLEMENT_TABLE_H_
+#define FI_ENGINE_SUPPLEMENT_TABLE_H_
+
+#include <cstddef>
+
+#include "engine/signature_encoder.h"
+#include "engine/signature_index.h"
+
+namespace fi {
+
+inline constexpr size_t kSupplementRows = 211;
+
+// Size of the encoded table in bytes.
+inline constexpr size_t kSupplementTableSize = 3790;
+
+extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
+extern const SignatureIndex<kSupplementRows> kSupplementIndex;
+
+}  // namespace fi
+
+#endif  // FI_ENGINE_SUPPLEMENT_TABLE_H_

@@ -1,0 +1,199 @@
+// Of the tables, a row stands for a format whose publisher or community describes it; whatever
+// other packages may hold as well ("manifest.json", "document.xml") needs a second name or a word
+// of the member's text.
+
+#include "probes/package/member_names.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "engine/id_stream.h"
+#include "platform/format_ids.h"
+#include "platform/io.h"
+#include "probes/package/package_member.h"
+
+namespace fi {
+namespace {
+
+// All that is given must hold: the member with the text in its first bytes, and the other members.
+struct MemberRule {
+  FormatId id;
+  std::string_view member;
+  std::string_view text;
+  std::string_view other;
+  std::string_view third;
+};
+
+// The first that fits decides.
+constexpr MemberRule kMemberRules[] = {
+    {kFormatAndroidPackage, "AndroidManifest.xml", "", "classes.dex", ""},
+    {kFormatAndroidPackage, "AndroidManifest.xml", "", "resources.arsc", ""},
+    {kFormatAndroidLibrary, "AndroidManifest.xml", "", "classes.jar", ""},
+    {kFormatAndroidAppBundle, "BundleConfig.pb", "", "", ""},
+    {kFormatKmz, "doc.kml", "", "", ""},
+    {kFormatAirApplication, "META-INF/AIR/application.xml", "", "", ""},
+    {kFormatVisualStudioExtension, "extension.vsixmanifest", "", "", ""},
+    {kFormatWindowsAppBundle, "AppxMetadata/AppxBundleManifest.xml", "", "", ""},
+    {kFormatWindowsAppPackage, "AppxManifest.xml", "", "", ""},
+    {kFormatDwfX, "DWFDocumentSequence.dwfseq", "", "", ""},
+    {kFormatOpenXps, "FixedDocumentSequence.fdseq", "openxps.org/oxps/", "", ""},
+    {kFormatSimulinkModel, "simulink/blockdiagram.xml", "", "[Content_Types].xml", ""},
+    {kFormatMatlabLiveScript, "matlab/document.xml", "", "[Content_Types].xml", ""},
+    {kFormatPowerBiReport, "Report/Layout", "", "[Content_Types].xml", ""},
+    {kFormatEpub, "META-INF/container.xml", "application/oebps-package+xml", "", ""},
+    {kFormatMuseScore, "META-INF/container.xml", ".mscx\"", "", ""},
+    {kFormatCompressedMusicXml, "META-INF/container.xml", "application/vnd.recordare.musicxml", "",
+     ""},
+    {kFormatCompressedMusicXml, "META-INF/container.xml", ".musicxml\"", "", ""},
+    {kFormatOpenOfficeExtension, "description.xml", "openoffice.org/extensions/description", "",
+     ""},
+    {kFormatXMindMap, "content.xml", "urn:xmind:xmap:xmlns:content", "", ""},
+    {kFormatXMindMap, "content.json", "\"rootTopic\"", "metadata.json", ""},
+    {kFormatSketchDocument, "document.json", "", "meta.json", "user.json"},
+    {kFormatFreeCadDocument, "Document.xml", "FreeCAD", "", ""},
+    {kFormatGeoGebra, "geogebra.xml", "geogebra", "", ""},
+    {kFormatOfdDocument, "OFD.xml", "ofdspec.org", "", ""},
+    {kFormatSiard, "header/metadata.xml", "/xmlns/siard/", "", ""},
+    {kFormatKeymanPackage, "kmp.json", "keymanDeveloperVersion", "", ""},
+    {kFormatKeymanPackage, "kmp.json", "", "kmp.inf", ""},
+    {kFormatScratchProject, "project.json", "\"isStage\"", "", ""},
+    {kFormatDotLottie, "manifest.json", "\"animations\"", "", ""},
+    {kFormatMozillaExtension, "install.rdf", "mozilla.org/2004/em-rdf", "", ""},
+    {kFormatMozillaExtension, "manifest.json", "", "META-INF/mozilla.rsa", ""},
+    {kFormatWacz, "datapackage.json", "", "pages/pages.jsonl", ""},
+    {kFormatKerasModel, "model.weights.h5", "", "config.json", "metadata.json"},
+    {kFormatEndNoteLibrary, "rdb/refs.frm", "", "rdb/refs.MYD", ""},
+    {kFormatAnkiPackage, "collection.anki2", "", "media", ""},
+    {kFormatAnkiPackage, "collection.anki21b", "", "", ""},
+    {kFormatImsContentPackage, "imsmanifest.xml", "<manifest", "", ""},
+    {kFormatSerifPackage, "summary.xml", "SerifXML", "Root.xml", ""},
+    {kFormatIsdocx, "manifest.xml", "isdoc.cz/namespace", "", ""},
+};
+
+constexpr MemberRule kCutDocuments[] = {
+    {kFormatWordXmlMacroDocument2007, "word/document.xml", "", "word/vbaProject.bin", ""},
+    {kFormatWordXmlDocument2007, "word/document.xml", "", "", ""},
+    {kFormatExcelXmlMacroWorkbook2007, "xl/workbook.xml", "", "xl/vbaProject.bin", ""},
+    {kFormatExcelXmlWorkbook2007, "xl/workbook.xml", "", "", ""},
+    {kFormatExcelXmlWorkbook2007, "xl/worksheets/sheet1.xml", "", "", ""},
+    {kFormatExcelBinaryWorkbook2007, "xl/workbook.bin", "", "", ""},
+    {kFormatExcelBinaryWorkbook2007, "xl/worksheets/sheet1.bin", "", "", ""},
+    {kFormatPowerPointXmlMacroPresentation2007, "ppt/presentation.xml", "", "ppt/vbaProject.bin",
+     ""},
+    {kFormatPowerPointXmlPresentation2007, "ppt/presentation.xml", "", "", ""},
+    {kFormatPowerPointXmlPresentation2007, "ppt/slides/slide1.xml", "", "", ""},
+    {kFormatVisioXmlDrawing2013, "visio/document.xml", "", "", ""},
+    {kFormatXps, "FixedDocSeq.fdseq", "schemas.microsoft.com/xps/2005/06", "", ""},
+    {kFormatXps, "FixedDocumentSequence.fdseq", "schemas.microsoft.com/xps/2005/06", "", ""},
+};
+
+// Bytes of a member in which its text is looked for.
+constexpr uint32_t kTextBytes = 2048;
+
+// Which members are looked at: all, those that lie in no folder, the first of the package if it
+// lies in none.
+enum class Place : uint8_t { kAnywhere, kInRoot, kFirst };
+
+struct NameRule {
+  FormatId id;
+  Place place;
+  std::string_view prefix;
+  std::string_view middle;
+  std::string_view suffix;
+  std::string_view sibling;  // a member whose name has this in place of the suffix
+};
+
+constexpr NameRule kNameRules[] = {
+    {kFormatKmz, Place::kFirst, "", "", ".kml", ""},
+    {kFormatUsdz, Place::kFirst, "", "", ".usdc", ""},
+    {kFormatUsdz, Place::kFirst, "", "", ".usda", ""},
+    {kFormatUsdz, Place::kFirst, "", "", ".usd", ""},
+    {kFormatNuGetPackage, Place::kInRoot, "", "", ".nuspec", ""},
+    {kFormatMuseScore, Place::kInRoot, "", "", ".mscx", ""},
+    {kFormatTableauWorkbook, Place::kInRoot, "", "", ".twb", ""},
+    {kFormatQgisProject, Place::kInRoot, "", "", ".qgs", ""},
+    {kFormatIosApplication, Place::kAnywhere, "Payload/", ".app/", "", ""},
+    {kFormatSpssViewer, Place::kInRoot, "outputViewer", "", "_heading.xml", ""},
+    {kFormatSiard, Place::kAnywhere, "header/siardversion/", "", "/", ""},
+    {kFormatPyTorchModel, Place::kAnywhere, "", "", "/data.pkl", "/version"},
+    {kFormatPyTorchModel, Place::kAnywhere, "", "", "/data.pkl", "/byteorder"},
+    {kFormatPythonWheel, Place::kAnywhere, "", "", ".dist-info/WHEEL", ".dist-info/METADATA"},
+};
+
+// Names that are looked at. What tells a package stands among the first, or the last, as WHEEL
+// does: packages of more members are left at that.
+constexpr uint32_t kMostNames = 4096;
+
+bool HasText(IOHandle* member, std::string_view text) {
+  char buffer[kTextBytes];
+  return ReadHead(member, buffer).find(text) != std::string_view::npos;
+}
+
+bool Fits(IOHandle* package, const MemberRule& rule) {
+  const io::OwnedHandle member = OpenMember(package, rule.member);
+  if (member == nullptr) return false;
+  if (!rule.other.empty() && !HasMember(package, rule.other)) return false;
+  if (!rule.third.empty() && !HasMember(package, rule.third)) return false;
+  return rule.text.empty() || HasText(member.get(), rule.text);
+}
+
+// The name with its suffix replaced is a member.
+bool HasSibling(IOHandle* package, std::string_view name, const NameRule& rule) {
+  std::array<char, kIoMemberPathCapacity> path;
+  const size_t stem = name.size() - rule.suffix.size();
+  if (stem > path.size() || rule.sibling.size() > path.size() - stem) return false;
+  name.copy(path.data(), stem);
+  rule.sibling.copy(path.data() + stem, rule.sibling.size());
+  return HasMember(package, {path.data(), stem + rule.sibling.size()});
+}
+
+bool Fits(IOHandle* package, std::string_view name, bool isFirst, const NameRule& rule) {
+  if (rule.place == Place::kFirst && !isFirst) return false;
+  if (rule.place != Place::kAnywhere && name.find('/') != std::string_view::npos) return false;
+  if (!name.starts_with(rule.prefix) || !name.ends_with(rule.suffix)) return false;
+  if (name.size() <= rule.prefix.size() + rule.suffix.size()) return false;
+  if (name.find(rule.middle, rule.prefix.size()) == std::string_view::npos) return false;
+  return rule.sibling.empty() || HasSibling(package, name, rule);
+}
+
+template <size_t count>
+FormatId FirstThatFits(IOHandle* package, const MemberRule (&rules)[count]) {
+  for (const MemberRule& rule : rules) {
+    if (Fits(package, rule)) return rule.id;
+  }
+  return kNoMatch;
+}
+
+}  // namespace
+
+FormatId FormatOfMembers(IOHandle* package) { return FirstThatFits(package, kMemberRules); }
+
+FormatId FormatOfCutDocument(IOHandle* package) { return FirstThatFits(package, kCutDocuments); }
+
+FormatId FormatOfNames(IOHandle* package) {
+  bool onlyArrays = true;
+  IOMemberName member = {0, nullptr};
+  uint32_t index = 0;
+  for (; index < kMostNames; ++index) {
+    member.index = index;
+    if (!io::GetInfo(package, kIoInfoMemberName, &member) || member.name == nullptr) break;
+    const std::string_view name = member.name;
+    onlyArrays = onlyArrays && name.ends_with(".npy");
+    for (const NameRule& rule : kNameRules) {
+      if (Fits(package, name, index == 0, rule)) return rule.id;
+    }
+  }
+  return index > 0 && onlyArrays ? kFormatNumPyArchive : kNoMatch;
+}
+
+FormatId FormatOfJavaArchive(IOHandle* package) {
+  if (HasMember(package, "[Content_Types].xml")) return kNoMatch;
+  const io::OwnedHandle manifest = OpenMember(package, "META-INF/MANIFEST.MF");
+  if (manifest == nullptr || !HasText(manifest.get(), "Manifest-Version:")) return kNoMatch;
+  return kFormatJavaArchive;
+}
+
+}  // namespace fi

@@ -1,0 +1,141 @@
+#include "probes/package/ooxml_repair.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+#include "engine/id_stream.h"
+#include "platform/format_ids.h"
+#include "platform/package.h"
+#include "platform/xml.h"
+#include "probes/package/ooxml.h"
+#include "probes/package/ooxml_content_types.h"
+#include "probes/package/ooxml_version.h"
+#include "probes/package/opc_package.h"
+#include "probes/package/package_member.h"
+#include "probes/package/xml_scan.h"
+
+namespace fi {
+namespace {
+
+// Relationships of the package that name the format by themselves.
+struct TellingRelationship {
+  const char* type;
+  FormatId id;
+};
+
+constexpr TellingRelationship kTellingRelationships[] = {
+    {"http://schemas.openxps.org/oxps/v1.0/fixedrepresentation", kFormatOpenXps},
+    {"http://schemas.microsoft.com/3dmanufacturing/2013/01/3dmodel", kFormatThreeMf},
+    {"http://schemas.microsoft.com/packaging/2010/07/manifest", kFormatNuGetPackage},
+};
+
+constexpr std::string_view kAddInType = "application/vnd.ms-powerpoint.addin.macroEnabled.main+xml";
+
+// How the content type of a main part ends: other parts of documents have the same beginnings.
+constexpr std::string_view kMainEnd = ".main+xml";
+constexpr std::string_view kFixedDocumentType =
+    "application/vnd.ms-package.xps-fixeddocumentsequence+xml";
+
+// Entries of the content types that are looked at. A presentation of a thousand slides has some
+// three thousand.
+constexpr uint32_t kMostEntries = 40000;
+
+enum : uint32_t { kTagDefault = 101, kTagOverride = 102 };
+constexpr UTXMLTagName kContentTypesTags[] = {{kTagDefault, "Default"}, {kTagOverride, "Override"}};
+
+bool EqualAnyCase(std::u16string_view a, std::u16string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t left, char16_t right) {
+    return FoldCase(left) == FoldCase(right);
+  });
+}
+
+std::u16string_view WithoutRoot(std::u16string_view name) {
+  return name.substr(name.starts_with(u'/') ? 1 : 0);
+}
+
+// Empty where the name has no dot.
+std::u16string_view ExtensionOf(std::u16string_view name) {
+  const size_t dot = name.rfind(u'.');
+  return dot == std::u16string_view::npos ? std::u16string_view{} : name.substr(dot + 1);
+}
+
+FormatId FormatOfType(std::u16string_view contentType) {
+  if (BeginsWithAnyCase(contentType.data(), kAddInType)) return kFormatPowerPointXmlMacroAddIn;
+  return FormatOfContentTypeAnyCase(contentType.data());
+}
+
+bool IsMainType(std::u16string_view contentType) {
+  if (BeginsWithAnyCase(contentType.data(), kFixedDocumentType)) return true;
+  return contentType.size() > kMainEnd.size() &&
+         BeginsWithAnyCase(contentType.data() + contentType.size() - kMainEnd.size(), kMainEnd);
+}
+
+// What the entries say, each 1802 where none names a format.
+struct Entries {
+  FormatId ofPart = kFormatZip;
+  FormatId ofExtension = kFormatZip;
+  FormatId ofAnyMainPart = kFormatZip;
+
+  FormatId Decision() const {
+    if (ofPart != kFormatZip) return ofPart;
+    return ofExtension != kFormatZip ? ofExtension : ofAnyMainPart;
+  }
+};
+
+// Looks at the entry that the reader stands at.
+void ReadEntry(UTXMLReader* reader, uint32_t tag, std::u16string_view target, Entries* entries) {
+  const std::u16string_view contentType = Attribute(reader, "ContentType");
+  if (contentType.empty()) return;
+  const FormatId id = FormatOfType(contentType);
+  if (id == kFormatZip) return;
+  if (tag == kTagOverride) {
+    const std::u16string_view name = WithoutRoot(Attribute(reader, "PartName"));
+    if (!target.empty() && EqualAnyCase(name, target)) entries->ofPart = id;
+  } else if (!target.empty() && EqualAnyCase(Attribute(reader, "Extension"), ExtensionOf(target))) {
+    entries->ofExtension = id;
+  }
+  if (entries->ofAnyMainPart == kFormatZip && IsMainType(contentType)) entries->ofAnyMainPart = id;
+}
+
+FormatId FormatByContentTypes(IOHandle* contentTypes, std::u16string_view target) {
+  xml::ScopedReader reader(contentTypes);
+  if (!reader ||
+      !AddTagMap(reader.get(), "http://schemas.openxmlformats.org/package/2006/content-types", 1,
+                 kContentTypesTags) ||
+      !AddTagMap(reader.get(), "http://schemas.microsoft.com/package/2005/06/content-types", 2,
+                 kContentTypesTags)) {
+    return kFormatZip;
+  }
+  Entries entries;
+  UTXMLTag tag{};
+  for (uint32_t i = 0; i < kMostEntries && entries.ofPart == kFormatZip; ++i) {
+    if (!NextElement(reader.get(), &tag)) break;
+    if (tag.id == 0 || IsEndTag(tag)) continue;
+    ReadEntry(reader.get(), tag.id, target, &entries);
+  }
+  return entries.Decision();
+}
+
+}  // namespace
+
+FormatId RepairedOfficeOpenXml(IOHandle* view) {
+  const opc::OwnedPackage package = opc::OpenPackage(view);
+  PKGRelationship relationship{};
+  std::u16string_view target;
+  if (package != nullptr) {
+    for (const TellingRelationship& telling : kTellingRelationships) {
+      if (opc::FindRelationship(package.get(), telling.type, &relationship)) return telling.id;
+    }
+    if (FindMainPart(package.get(), &relationship)) {
+      target = WithoutRoot({relationship.target, relationship.targetLength});
+    }
+  }
+  const io::OwnedHandle contentTypes = OpenMember(view, "[Content_Types].xml");
+  if (contentTypes == nullptr) return kNoMatch;
+  const FormatId id = FormatByContentTypes(contentTypes.get(), target);
+  if (id == kFormatZip) return kNoMatch;
+  return package != nullptr && HasVersions(id) ? RefineByProperties(package.get(), id) : id;
+}
+
+}  // namespace fi

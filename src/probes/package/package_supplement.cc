@@ -1,0 +1,64 @@
+#include "probes/package/package_supplement.h"
+
+#include <cstdint>
+
+#include "engine/id_stream.h"
+#include "platform/format_ids.h"
+#include "platform/io.h"
+#include "probes/package/dispatcher.h"
+#include "probes/package/media_types.h"
+#include "probes/package/member_names.h"
+#include "probes/package/ooxml_repair.h"
+#include "probes/package/opendocument_repair.h"
+#include "probes/package/package_member.h"
+
+namespace fi {
+namespace {
+
+using Step = FormatId (*)(IOHandle* package);
+
+// The most explicit first: a media type, then relationships, then names.
+constexpr Step kSteps[] = {
+    FormatOfMimetypeMember, FormatOfManifestRoot, RepairedOfficeOpenXml, FormatOfMembers,
+    FormatOfNames,          FormatOfContentBody,  FormatOfJavaArchive,
+};
+
+FormatId RunSteps(IOHandle* package) {
+  for (const Step step : kSteps) {
+    const FormatId id = step(package);
+    if (id != kNoMatch) return id;
+  }
+  return kNoMatch;
+}
+
+// A package without a member has lost its directory as well: the file began with one.
+bool HasAnyMember(IOHandle* package) {
+  IOMemberName member = {0, nullptr};
+  return io::GetInfo(package, kIoInfoMemberName, &member);
+}
+
+// Some writers put names into the package as their system has them.
+bool IsDividedByBackslashes(IOHandle* package) {
+  return HasMember(package, "_rels\\.rels") || HasMember(package, "META-INF\\manifest.xml");
+}
+
+}  // namespace
+
+FormatId PackageSupplement(IOHandle* handle) {
+  if (const io::OwnedHandle package = OpenPackage(handle)) {
+    if (HasAnyMember(package.get()) && !IsDividedByBackslashes(package.get())) {
+      return RunSteps(package.get());
+    }
+  }
+  const io::OwnedHandle package = OpenRepairedPackage(handle);
+  if (package != nullptr) {
+    int32_t extra = 0;
+    FormatId id = FormatOfPackage(package.get(), &extra);
+    if (id == kFormatZip || id == kNoMatch) id = RunSteps(package.get());
+    if (id == kNoMatch) id = FormatOfCutDocument(package.get());
+    if (id != kNoMatch) return id;
+  }
+  return FormatOfMimetypeAtHead(handle);
+}
+
+}  // namespace fi

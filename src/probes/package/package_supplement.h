@@ -1,0 +1,17 @@
+// Packages that the fixed chain of probes leaves as plain ZIP archives.
+#ifndef FI_PROBES_PACKAGE_PACKAGE_SUPPLEMENT_H_
+#define FI_PROBES_PACKAGE_PACKAGE_SUPPLEMENT_H_
+
+#include "formatid/formatid.h"
+#include "formatid/io.h"
+
+namespace fi {
+
+// The format of a ZIP file of which the package dispatcher says no more than 1802; kNoMatch when it
+// plainly is nothing else. A file whose central directory is lost is read by the headers of its
+// members, and may then become whatever the dispatcher knows. Moves the position of the handle.
+FormatId PackageSupplement(IOHandle* handle);
+
+}  // namespace fi
+
+#endif  // FI_PROBES_PACKAGE_PACKAGE_SUPPLEMENT_H_
