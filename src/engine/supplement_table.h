@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 211;
+inline constexpr size_t kSupplementRows = 230;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 3789;
+inline constexpr size_t kSupplementTableSize = 4280;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;

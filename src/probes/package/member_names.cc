@@ -48,8 +48,8 @@ constexpr MemberRule kMemberRules[] = {
     {kFormatKeymanPackage, "kmp.json", "", "kmp.inf", ""},
 
     // Packages of the Open Packaging Conventions that no relationship tells: DWFx by its container
-    // signature in PRONOM, ECMA-388, mathworks.com. Apps of MATLAB have a "matlab/document.xml" as
-    // well, but no output.
+    // signature in PRONOM, ECMA-388, mathworks.com, what users have written about PBIX files. Apps
+    // of MATLAB have a "matlab/document.xml" as well, but no output.
     {kFormatDwfX, "DWFDocumentSequence.dwfseq", "", "", ""},
     {kFormatOpenXps, "FixedDocumentSequence.fdseq", "openxps.org/oxps/", "", ""},
     {kFormatSimulinkModel, "simulink/blockdiagram.xml", "", "[Content_Types].xml", ""},
@@ -77,8 +77,9 @@ constexpr MemberRule kMemberRules[] = {
     {kFormatScratchProject, "project.json", "\"isStage\"", "", ""},
     {kFormatDotLottie, "manifest.json", "\"animations\"", "", ""},
 
-    // Data: eCH-0165, specs.webrecorder.net/wacz, keras.io (saving), the manuals of Anki, IMS
-    // Content Packaging; EndNote, Serif and ISDOC by their container signatures in PRONOM.
+    // Data: eCH-0165, specs.webrecorder.net/wacz, keras.io (saving), notes of the community on
+    // Anki's APKG, IMS Content Packaging; EndNote, Serif and ISDOC by their container signatures
+    // in PRONOM.
     {kFormatSiard, "header/metadata.xml", "/xmlns/siard/", "", ""},
     {kFormatWacz, "datapackage.json", "", "pages/pages.jsonl", ""},
     {kFormatKerasModel, "model.weights.h5", "", "config.json", "metadata.json"},
@@ -136,7 +137,7 @@ constexpr NameRule kNameRules[] = {
     {kFormatTableauWorkbook, Place::kInRoot, "", "", ".twb", ""},
     {kFormatQgisProject, Place::kInRoot, "", "", ".qgs", ""},
     {kFormatIosApplication, Place::kAnywhere, "Payload/", ".app/", "", ""},
-    {kFormatSpssViewer, Place::kInRoot, "outputViewer", "", "_heading.xml", ""},
+    {kFormatSpssViewer, Place::kInRoot, "outputViewer0", "", ".xml", ""},
     {kFormatSiard, Place::kAnywhere, "header/siardversion/", "", "/", ""},
     {kFormatPyTorchModel, Place::kAnywhere, "", "", "/data.pkl", "/version"},
     {kFormatPyTorchModel, Place::kAnywhere, "", "", "/data.pkl", "/byteorder"},
