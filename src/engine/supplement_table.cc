@@ -99,14 +99,17 @@ constexpr std::string_view kRows[] = {
     "rw '#!AMR-WB' 0A -> 3097",  // AMR, wide band
     "rw '#!AMR_MC1.0' 0A -> 3097",  // AMR, several channels
     "rw '#!AMR-WB_MC1.0' 0A -> 3097",  // AMR, wide band, several channels
-    "rw 'MAC ' skip(1) range1(0B-13) -> 3098",  // Monkey's Audio: versions 2816 to 5119
+    // Monkey's Audio: versions 2816 to 5119, then a zero or how much it is compressed, 1000 to 5000.
+    "rw 'MAC ' skip(1) range1(0B-13) skip(1) range1(00-07) -> 3098",
+    "rw 'MAC ' skip(1) range1(0B-13) skip(1) oneof(0B,0F) -> 3098",
+    "rw 'MAC ' skip(1) range1(0B-13) skip(1) 13 -> 3098",
     "rw 'wvpk' skip(4) range1(02-10) 04 -> 3099",  // WavPack: block version
     "rw 'caff' 00 01 00 00 'desc' -> 3100",  // Core Audio
     "rw 'RIFX' skip(4) 'WAVE' -> 3090",  // WAVE, big-endian
     "rw 'DSD ' 1C 00 -> 3103",  // DSF: size of the first chunk
     "rw 'FRM8' skip(8) 'DSD ' -> 3104",  // DSDIFF
     "rw 'MPCKSH' -> 3105",  // Musepack 8: the stream's header is its first packet
-    "rw 'MP+' range1(04-47) -> 3105",  // Musepack 4 to 7
+    "rw 'MP+' oneof(07,17) -> 3105",  // Musepack 7
     "rw 'IMPM' 00 -> 3106",  // Impulse Tracker, a song without a name
     "rw 'IMPM' at(29) 00 -> 3106",  // the end of the name
     "rw 'TTA1' range1(01-03) 00 -> 3107",  // True Audio: coding of the samples

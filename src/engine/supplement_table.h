@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 230;
+inline constexpr size_t kSupplementRows = 232;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 4280;
+inline constexpr size_t kSupplementTableSize = 4338;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;
