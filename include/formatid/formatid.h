@@ -43,9 +43,9 @@ enum {
    */
   kFiDelimitedText = 8,
   /* Look further where the answer would be general (unknown, ZIP archive, Ogg or ISO media of some
-   * kind) or, with kFiTextFallback and kFiUseFlags, plain text: more formats, whose identifiers are
-   * 3000 to 3999, and sound files of a known format that its signatures do not see. A specific
-   * answer is never changed. */
+   * kind, message item whose class is in UTF-16) or, with kFiTextFallback and kFiUseFlags, plain
+   * text: more formats, whose identifiers are 3000 to 3999, and files of a known format that its
+   * signatures do not see, damaged ones among them. A specific answer is never changed. */
   kFiSupplement = 16,
 };
 

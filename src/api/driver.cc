@@ -42,7 +42,7 @@ uint32_t Behaviour(uint32_t flags) {
   }
   uint32_t size = sizeof(word);
   if (set == nullptr || UTGetOption(set, kUtOptionBehaviour, &word, &size) != 0) return 0;
-  return word;
+  return word & (kBehaviourText | kBehaviourDelimited);  // a host may have set other bits
 }
 
 bool ReadClassId(IOHandle* handle, ClassId& classId) {

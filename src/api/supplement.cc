@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 #include "engine/signature_walk.h"
 #include "platform/format_ids.h"
+#include "probes/content/plain_text.h"
 #include "probes/file_bytes.h"
 #include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
@@ -63,7 +63,7 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
 
 bool BeginsBinary(IdentificationStream* stream) {
   const FileBytes<512> head(stream, 0);
-  return head.View().find('\0') != std::string_view::npos;
+  return IsBinaryHead({reinterpret_cast<const uint8_t*>(head.View().data()), head.size()});
 }
 
 }  // namespace fi

@@ -29,7 +29,7 @@ SupplementAnswer AskSupplementSignatures(SignatureRun& run);
 // other identifier. The stream and the handle are left anywhere.
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
 
-// Whether the file's first bytes show that it is no text of 8-bit characters.
+// Whether the file's first bytes show that it is no text, so that the fallback need not be asked.
 bool BeginsBinary(IdentificationStream* stream);
 
 }  // namespace fi

@@ -99,16 +99,21 @@ constexpr std::string_view kRows[] = {
     "rw '#!AMR-WB' 0A -> 3097",  // AMR, wide band
     "rw '#!AMR_MC1.0' 0A -> 3097",  // AMR, several channels
     "rw '#!AMR-WB_MC1.0' 0A -> 3097",  // AMR, wide band, several channels
-    "rw 'MAC ' skip(1) range1(0B-13) -> 3098",  // Monkey's Audio: versions 2816 to 5119
+    // Monkey's Audio: versions 2816 to 5119, then a zero or how much it is compressed, 1000 to 5000.
+    "rw 'MAC ' skip(1) range1(0B-13) skip(1) range1(00-07) -> 3098",
+    "rw 'MAC ' skip(1) range1(0B-13) skip(1) oneof(0B,0F) -> 3098",
+    "rw 'MAC ' skip(1) range1(0B-13) skip(1) 13 -> 3098",
     "rw 'wvpk' skip(4) range1(02-10) 04 -> 3099",  // WavPack: block version
     "rw 'caff' 00 01 00 00 'desc' -> 3100",  // Core Audio
     "rw 'RIFX' skip(4) 'WAVE' -> 3090",  // WAVE, big-endian
     "rw 'DSD ' 1C 00 -> 3103",  // DSF: size of the first chunk
     "rw 'FRM8' skip(8) 'DSD ' -> 3104",  // DSDIFF
-    "rw 'MPCK' -> 3105",  // Musepack 8
-    "rw 'MP+' range1(04-47) -> 3105",  // Musepack 4 to 7
-    "rw 'IMPM' -> 3106",  // Impulse Tracker
-    "rw 'TTA1' -> 3107",  // True Audio
+    "rw 'MPCKSH' -> 3105",  // Musepack 8: the stream's header is its first packet
+    "rw 'MP+' oneof(07,17) -> 3105",  // Musepack 7
+    "rw 'IMPM' 00 -> 3106",  // Impulse Tracker, a song without a name
+    "rw 'IMPM' at(29) 00 -> 3106",  // the end of the name
+    "rw 'TTA1' range1(01-03) 00 -> 3107",  // True Audio: coding of the samples
+    "rw 'TTA1' atend(-4) 'TTA1' -> 3107",
     "rw 'FORM' skip(4) '8SVX' -> 3108",  // IFF sound
 
     // Video and animation.
@@ -182,7 +187,8 @@ constexpr std::string_view kRows[] = {
     "rw 'PACK' 00 00 00 oneof(02,03) -> 3232",  // Git pack
 
     // Drawings and models.
-    "rw 'AC1032' -> 3240",  // AutoCAD 2018; the catalogue ends with AC1027
+    "rw 'AC1032' 00 -> 3240",  // AutoCAD 2018; the catalogue ends with AC1027
+    "rw 'AC1032' atend(-6) 'AC1032' -> 3240",
     "rw 'glTF' -> probe 3245",  // glTF
     "rw 'Kaydara FBX Binary  ' 00 1A 00 -> 3246",  // FBX
     "rw 'MM' -> probe 3247",  // 3D Studio
@@ -222,27 +228,43 @@ constexpr std::string_view kRows[] = {
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
 
     // Formats whose mark stands, while what the catalogue or a probe asks for behind it is cut off or
-    // damaged.
-    "rw 'AC1002' -> 1613",  // AutoCAD
-    "rw 'AC1003' -> 1614",
-    "rw 'AC1004' -> 1615",
-    "rw 'AC1006' -> 1616",
-    "rw 'AC1009' -> 1552",
-    "rw 'AC1012' -> 1553",
-    "rw 'AC1013' -> 1587",
-    "rw 'AC1014' -> 1587",
-    "rw 'AC1015' -> 1612",
-    "rw 'AC1018' -> 1634",
-    "rw 'AC1021' -> 1638",
-    "rw 'AC1024' -> 2229",
-    "rw 'AC1027' -> 2245",
+    // damaged. Marks of letters are followed by what no text has, or by nothing.
+    "rw 'AC1002' 00 -> 1613",  // AutoCAD
+    "rw 'AC1002' atend(-6) 'AC1002' -> 1613",
+    "rw 'AC1003' 00 -> 1614",
+    "rw 'AC1003' atend(-6) 'AC1003' -> 1614",
+    "rw 'AC1004' 00 -> 1615",
+    "rw 'AC1004' atend(-6) 'AC1004' -> 1615",
+    "rw 'AC1006' 00 -> 1616",
+    "rw 'AC1006' atend(-6) 'AC1006' -> 1616",
+    "rw 'AC1009' 00 -> 1552",
+    "rw 'AC1009' atend(-6) 'AC1009' -> 1552",
+    "rw 'AC1012' 00 -> 1553",
+    "rw 'AC1012' atend(-6) 'AC1012' -> 1553",
+    "rw 'AC1013' 00 -> 1587",
+    "rw 'AC1013' atend(-6) 'AC1013' -> 1587",
+    "rw 'AC1014' 00 -> 1587",
+    "rw 'AC1014' atend(-6) 'AC1014' -> 1587",
+    "rw 'AC1015' 00 -> 1612",
+    "rw 'AC1015' atend(-6) 'AC1015' -> 1612",
+    "rw 'AC1018' 00 -> 1634",
+    "rw 'AC1018' atend(-6) 'AC1018' -> 1634",
+    "rw 'AC1021' 00 -> 1638",
+    "rw 'AC1021' atend(-6) 'AC1021' -> 1638",
+    "rw 'AC1024' 00 -> 2229",
+    "rw 'AC1024' atend(-6) 'AC1024' -> 2229",
+    "rw 'AC1027' 00 -> 2245",
+    "rw 'AC1027' atend(-6) 'AC1027' -> 2245",
     "rw FF D8 FF range1(C0-FE) -> 1535",  // JPEG
     "rw FD '7zXZ' 00 -> 3020",  // XZ
-    "rw 'wOFF' -> 3131",  // WOFF
-    "rw 'wOF2' -> 3132",  // WOFF 2
+    "rw 'wOFF' 00 -> 3131",  // WOFF
+    "rw 'wOFF' atend(-4) 'wOFF' -> 3131",
+    "rw 'wOF2' 00 -> 3132",  // WOFF 2
+    "rw 'wOF2' atend(-4) 'wOF2' -> 3132",
     "rw 'OTTO' 00 -> 3130",  // OpenType
     "rw 'ttcf' 00 -> 2405",  // TrueType collection
-    "rw 'wvpk' -> 3099",  // WavPack
+    "rw 'wvpk' 00 -> 3099",  // WavPack
+    "rw 'wvpk' skip(3) 00 -> 3099",  // of another version: blocks below 16 MB
     "rw 'icns' 00 -> 3067",  // Apple icon
     "rw oneof(31,32) BE skip(2) 00 AB -> 1047",  // Windows Write
     "rw 00 skip(3) 'moov' -> 1705",  // QuickTime

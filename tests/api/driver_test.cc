@@ -138,6 +138,13 @@ TEST(Driver, BehaviourOptionServesCallsWithoutFlags) {
     IdentifyHandle(&handle, kFiTextFallback, &id, nullptr);
     EXPECT_EQ(id, test.id) << test.published;
   }
+  const uint32_t everyBit = ~0u;
+  ASSERT_EQ(UTSetOption(UTGetGlobalOptionSet(), kUtOptionBehaviour, &everyBit, 4), 0u);
+  MemoryHandle executable(
+      Bytes("\x7F"
+            "ELF\1\1\1\0"));
+  IdentifyHandle(&executable, 0, &id, nullptr);
+  EXPECT_EQ(id, kFormatUnknown) << "no bit asks for the supplement";
 }
 
 TEST(Driver, ClassOnlyMode) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "probes/package/dispatcher.h"
+#include "probes/package/package_supplement.h"
 #include "tests/support/samples.h"
 #include "tests/support/storage_samples.h"
 #include "tests/support/zip_writer.h"
@@ -95,6 +96,7 @@ TEST(PackageProbes, FilesThatAreNoPackage) {
   };
   handle.operations = &careless;
   EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0})) << "a host that opens nothing, and says it did";
+  EXPECT_EQ(PackageSupplement(&handle), kNoMatch);
   EXPECT_EQ(handle.closes, 0u);
 }
 

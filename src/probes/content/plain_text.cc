@@ -68,16 +68,6 @@ FormatId ByMark(Bytes text) {
 // Whether the text begins like UTF-16 without a mark whose first character is a Latin one.
 bool MayBeUtf16(Bytes text) { return text.size() >= 2 && (text[0] == 0) != (text[1] == 0); }
 
-// Whether the first bytes of a file already rule every kind of text out.
-bool IsBinaryHead(Bytes head) {
-  if (head.size() < 2 || ByMark(head) != kNotText) return false;
-  if (!MayBeUtf16(head)) return std::find(head.begin(), head.end(), 0) != head.end();
-  for (size_t i = 0; head.size() - i >= 2; i += 2) {
-    if (head[i] == 0 && head[i + 1] == 0) return true;
-  }
-  return false;
-}
-
 // Whether the code unit belongs to a block of a script in daily use; six of ten random units do.
 bool IsCommonUnit(uint32_t unit) {
   struct Range {
@@ -189,6 +179,15 @@ FormatId ClassifyWindow(const Window& window) {
 }
 
 }  // namespace
+
+bool IsBinaryHead(Bytes head) {
+  if (head.size() < 2 || ByMark(head) != kNotText) return false;
+  if (!MayBeUtf16(head)) return std::find(head.begin(), head.end(), 0) != head.end();
+  for (size_t i = 0; head.size() - i >= 2; i += 2) {
+    if (head[i] == 0 && head[i + 1] == 0) return true;
+  }
+  return false;
+}
 
 FormatId ClassifyPlainText(IdentificationStream* stream) {
   // Most binary files show in the bytes that the signatures have left in the stream's buffer.

@@ -3,6 +3,9 @@
 #ifndef FI_PROBES_CONTENT_PLAIN_TEXT_H_
 #define FI_PROBES_CONTENT_PLAIN_TEXT_H_
 
+#include <cstdint>
+#include <span>
+
 #include "engine/id_stream.h"
 #include "formatid/formatid.h"
 
@@ -17,6 +20,9 @@ inline constexpr FormatId kTextEbcdic = 1184;
 // One of the identifiers above, or kFormatUnknown for binary data and an empty file. Reads through
 // the handle, whose position and that of the stream it leaves anywhere.
 FormatId ClassifyPlainText(IdentificationStream* stream);
+
+// Whether the first bytes of a file already rule every kind of text out, UTF-16 included.
+bool IsBinaryHead(std::span<const uint8_t> head);
 
 }  // namespace fi
 

@@ -29,46 +29,64 @@ struct MemberRule {
 
 // The first that fits decides.
 constexpr MemberRule kMemberRules[] = {
+    // Applications and extensions: developer.android.com, the manual of AIR, learn.microsoft.com
+    // (VSIX, MSIX), wiki.mozilla.org/Add-ons/Extension_Signing, OpenOffice's Developer's Guide.
     {kFormatAndroidPackage, "AndroidManifest.xml", "", "classes.dex", ""},
     {kFormatAndroidPackage, "AndroidManifest.xml", "", "resources.arsc", ""},
     {kFormatAndroidLibrary, "AndroidManifest.xml", "", "classes.jar", ""},
     {kFormatAndroidAppBundle, "BundleConfig.pb", "", "", ""},
-    {kFormatKmz, "doc.kml", "", "", ""},
     {kFormatAirApplication, "META-INF/AIR/application.xml", "", "", ""},
     {kFormatVisualStudioExtension, "extension.vsixmanifest", "", "", ""},
     {kFormatWindowsAppBundle, "AppxMetadata/AppxBundleManifest.xml", "", "", ""},
     {kFormatWindowsAppPackage, "AppxManifest.xml", "", "", ""},
+    {kFormatMozillaExtension, "install.rdf", "mozilla.org/2004/em-rdf", "", ""},
+    {kFormatMozillaExtension, "manifest.json", "", "META-INF/mozilla.rsa", ""},
+    {kFormatOpenOfficeExtension, "description.xml", "openoffice.org/extensions/description", "",
+     ""},
+    // help.keyman.com, "Package Metadata files": the older of the two is being given up.
+    {kFormatKeymanPackage, "kmp.json", "keymanDeveloperVersion", "", ""},
+    {kFormatKeymanPackage, "kmp.json", "", "kmp.inf", ""},
+
+    // Packages of the Open Packaging Conventions that no relationship tells: DWFx by its container
+    // signature in PRONOM, ECMA-388, mathworks.com, what users have written about PBIX files. Apps
+    // of MATLAB have a "matlab/document.xml" as well, but no output.
     {kFormatDwfX, "DWFDocumentSequence.dwfseq", "", "", ""},
     {kFormatOpenXps, "FixedDocumentSequence.fdseq", "openxps.org/oxps/", "", ""},
     {kFormatSimulinkModel, "simulink/blockdiagram.xml", "", "[Content_Types].xml", ""},
-    {kFormatMatlabLiveScript, "matlab/document.xml", "", "[Content_Types].xml", ""},
+    {kFormatMatlabLiveScript, "matlab/document.xml", "", "[Content_Types].xml",
+     "matlab/output.xml"},
     {kFormatPowerBiReport, "Report/Layout", "", "[Content_Types].xml", ""},
+
+    // Books, scores and fixed layout: EPUB's OCF, musicxml.com, musescore.org, GB/T 33190.
     {kFormatEpub, "META-INF/container.xml", "application/oebps-package+xml", "", ""},
     {kFormatMuseScore, "META-INF/container.xml", ".mscx\"", "", ""},
     {kFormatCompressedMusicXml, "META-INF/container.xml", "application/vnd.recordare.musicxml", "",
      ""},
     {kFormatCompressedMusicXml, "META-INF/container.xml", ".musicxml\"", "", ""},
-    {kFormatOpenOfficeExtension, "description.xml", "openoffice.org/extensions/description", "",
-     ""},
+    {kFormatOfdDocument, "OFD.xml", "ofdspec.org", "", ""},
+
+    // Maps, drawings and models: OGC 12-007 (KML), XMind's file format in the wiki of its source,
+    // developer.sketch.com/file-format, wiki.freecad.org/File_Format_FCStd, wiki.geogebra.org,
+    // en.scratch-wiki.info/wiki/Scratch_File_Format, dotlottie.io/structure.
+    {kFormatKmz, "doc.kml", "", "", ""},
     {kFormatXMindMap, "content.xml", "urn:xmind:xmap:xmlns:content", "", ""},
     {kFormatXMindMap, "content.json", "\"rootTopic\"", "metadata.json", ""},
     {kFormatSketchDocument, "document.json", "", "meta.json", "user.json"},
     {kFormatFreeCadDocument, "Document.xml", "FreeCAD", "", ""},
     {kFormatGeoGebra, "geogebra.xml", "geogebra", "", ""},
-    {kFormatOfdDocument, "OFD.xml", "ofdspec.org", "", ""},
-    {kFormatSiard, "header/metadata.xml", "/xmlns/siard/", "", ""},
-    {kFormatKeymanPackage, "kmp.json", "keymanDeveloperVersion", "", ""},
-    {kFormatKeymanPackage, "kmp.json", "", "kmp.inf", ""},
     {kFormatScratchProject, "project.json", "\"isStage\"", "", ""},
     {kFormatDotLottie, "manifest.json", "\"animations\"", "", ""},
-    {kFormatMozillaExtension, "install.rdf", "mozilla.org/2004/em-rdf", "", ""},
-    {kFormatMozillaExtension, "manifest.json", "", "META-INF/mozilla.rsa", ""},
+
+    // Data: eCH-0165, specs.webrecorder.net/wacz, keras.io (saving), notes of the community on
+    // Anki's APKG, IMS Content Packaging; EndNote, Serif and ISDOC by their container signatures
+    // in PRONOM.
+    {kFormatSiard, "header/metadata.xml", "/xmlns/siard/", "", ""},
     {kFormatWacz, "datapackage.json", "", "pages/pages.jsonl", ""},
     {kFormatKerasModel, "model.weights.h5", "", "config.json", "metadata.json"},
-    {kFormatEndNoteLibrary, "rdb/refs.frm", "", "rdb/refs.MYD", ""},
     {kFormatAnkiPackage, "collection.anki2", "", "media", ""},
     {kFormatAnkiPackage, "collection.anki21b", "", "", ""},
     {kFormatImsContentPackage, "imsmanifest.xml", "<manifest", "", ""},
+    {kFormatEndNoteLibrary, "rdb/refs.frm", "", "rdb/refs.MYD", ""},
     {kFormatSerifPackage, "summary.xml", "SerifXML", "Root.xml", ""},
     {kFormatIsdocx, "manifest.xml", "isdoc.cz/namespace", "", ""},
 };
@@ -106,6 +124,9 @@ struct NameRule {
   std::string_view sibling;  // a member whose name has this in place of the suffix
 };
 
+// OGC 12-007, openusd.org (USDZ), learn.microsoft.com (NuGet), musescore.org, help.tableau.com,
+// docs.qgis.org (appendix on file formats), the developer's notes of PSPP (SPV), eCH-0165, the
+// serialization notes of PyTorch, PEP 427.
 constexpr NameRule kNameRules[] = {
     {kFormatKmz, Place::kFirst, "", "", ".kml", ""},
     {kFormatUsdz, Place::kFirst, "", "", ".usdc", ""},
@@ -116,7 +137,7 @@ constexpr NameRule kNameRules[] = {
     {kFormatTableauWorkbook, Place::kInRoot, "", "", ".twb", ""},
     {kFormatQgisProject, Place::kInRoot, "", "", ".qgs", ""},
     {kFormatIosApplication, Place::kAnywhere, "Payload/", ".app/", "", ""},
-    {kFormatSpssViewer, Place::kInRoot, "outputViewer", "", "_heading.xml", ""},
+    {kFormatSpssViewer, Place::kInRoot, "outputViewer0", "", ".xml", ""},
     {kFormatSiard, Place::kAnywhere, "header/siardversion/", "", "/", ""},
     {kFormatPyTorchModel, Place::kAnywhere, "", "", "/data.pkl", "/version"},
     {kFormatPyTorchModel, Place::kAnywhere, "", "", "/data.pkl", "/byteorder"},
@@ -126,6 +147,10 @@ constexpr NameRule kNameRules[] = {
 // Names that are looked at. What tells a package stands among the first, or the last, as WHEEL
 // does: packages of more members are left at that.
 constexpr uint32_t kMostNames = 4096;
+
+// Look-ups of siblings: what has one has it next to its first such member, and each look-up walks
+// the directory.
+constexpr uint32_t kMostSiblings = 16;
 
 bool HasText(IOHandle* member, std::string_view text) {
   char buffer[kTextBytes];
@@ -150,13 +175,17 @@ bool HasSibling(IOHandle* package, std::string_view name, const NameRule& rule) 
   return HasMember(package, {path.data(), stem + rule.sibling.size()});
 }
 
-bool Fits(IOHandle* package, std::string_view name, bool isFirst, const NameRule& rule) {
+bool Fits(IOHandle* package, std::string_view name, bool isFirst, const NameRule& rule,
+          uint32_t* siblings) {
   if (rule.place == Place::kFirst && !isFirst) return false;
   if (rule.place != Place::kAnywhere && name.find('/') != std::string_view::npos) return false;
   if (!name.starts_with(rule.prefix) || !name.ends_with(rule.suffix)) return false;
   if (name.size() <= rule.prefix.size() + rule.suffix.size()) return false;
   if (name.find(rule.middle, rule.prefix.size()) == std::string_view::npos) return false;
-  return rule.sibling.empty() || HasSibling(package, name, rule);
+  if (rule.sibling.empty()) return true;
+  if (*siblings == kMostSiblings) return false;
+  ++*siblings;
+  return HasSibling(package, name, rule);
 }
 
 template <size_t count>
@@ -177,13 +206,14 @@ FormatId FormatOfNames(IOHandle* package) {
   bool onlyArrays = true;
   IOMemberName member = {0, nullptr};
   uint32_t index = 0;
+  uint32_t siblings = 0;
   for (; index < kMostNames; ++index) {
     member.index = index;
     if (!io::GetInfo(package, kIoInfoMemberName, &member) || member.name == nullptr) break;
     const std::string_view name = member.name;
     onlyArrays = onlyArrays && name.ends_with(".npy");
     for (const NameRule& rule : kNameRules) {
-      if (Fits(package, name, index == 0, rule)) return rule.id;
+      if (Fits(package, name, index == 0, rule, &siblings)) return rule.id;
     }
   }
   return index > 0 && onlyArrays ? kFormatNumPyArchive : kNoMatch;

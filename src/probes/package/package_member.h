@@ -28,20 +28,20 @@ inline void SetByNameAccess(IOHandle* package) {
   (void)IOSetInfo(package, kIoSetPackageMode, kByName, &none);
 }
 
-// The bytes of `handle` as a ZIP package; null when they are none. A host may answer success and
-// leave its own handle, which is not ours to close.
-inline io::OwnedHandle OpenPackage(IOHandle* handle) {
-  IOHandle* package = handle;
-  if (handle->operations->open(handle, &package, kIoSourcePackage, nullptr, 0) != 0) return nullptr;
-  return io::OwnedHandle(package != handle ? package : nullptr);
+// A view of `handle`; null when it does not open. A host may answer success and leave its own
+// handle, which is not ours to close.
+inline io::OwnedHandle OpenView(IOHandle* handle, uint32_t source) {
+  IOHandle* view = handle;
+  if (handle->operations->open(handle, &view, source, nullptr, 0) != 0) return nullptr;
+  return io::OwnedHandle(view != handle ? view : nullptr);
 }
+
+// The bytes of `handle` as a ZIP package; null when they are none.
+inline io::OwnedHandle OpenPackage(IOHandle* handle) { return OpenView(handle, kIoSourcePackage); }
 
 // The same by the headers of its members, as far as they are undamaged.
 inline io::OwnedHandle OpenRepairedPackage(IOHandle* handle) {
-  IOHandle* package = handle;
-  constexpr uint32_t kSource = kIoSourceRepairedPackage;
-  if (handle->operations->open(handle, &package, kSource, nullptr, 0) != 0) return nullptr;
-  return io::OwnedHandle(package);
+  return OpenView(handle, kIoSourceRepairedPackage);
 }
 
 // The first bytes of a member that is open and at its start, up to the size of the buffer.
