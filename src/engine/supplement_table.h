@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 211;
+inline constexpr size_t kSupplementRows = 456;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 3789;
+inline constexpr size_t kSupplementTableSize = 8353;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;

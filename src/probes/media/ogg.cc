@@ -6,6 +6,7 @@
 
 #include "formatid/io.h"
 #include "platform/format_ids.h"
+#include "probes/file_bytes.h"
 #include "probes/buffered_scan.h"
 
 namespace fi {
@@ -137,6 +138,14 @@ FormatId OggProbe(IdentificationStream* stream) {
     page = ReadPageHeader(stream);
   }
   return IdOf(codecs);
+}
+
+FormatId OtherOggCodecProbe(IdentificationStream* stream) {
+  constexpr size_t kSegmentCount = 26;
+  const FileBytes<512> page(stream, 0);
+  const size_t packet = kSegmentCount + 1 + page.Byte(kSegmentCount);
+  if (page.Holds(packet, "\x7F""FLAC")) return kFormatOggFlac;
+  return page.Holds(packet, "Speex   ") ? kFormatSpeex : kNoMatch;
 }
 
 }  // namespace fi
