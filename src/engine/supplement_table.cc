@@ -204,8 +204,6 @@ constexpr std::string_view kRows[] = {
     "rw 'ALZ' 01 -> 3051",  // ALZ archive
     "rw 'KWAJ' 88 F0 27 D1 -> 3052",  // KWAJ compressed data
     "rw FF 06 00 00 'sNaPpY' -> 3053",  // Snappy framed data
-    "rw 'StuffIt!' -> 3054",  // StuffIt X archive
-    "rw 'StuffIt?' -> 3054",
     "rw 'BSDIFF40' -> 3055",  // Binary patch (BSDIFF, VCDIFF)
     "rw D6 C3 C4 oneof(00,53) -> 3055",
     "rw 00 05 16 oneof(00,07) 00 range1(01-02) 00 -> 3056",  // AppleSingle or AppleDouble file
@@ -258,20 +256,23 @@ constexpr std::string_view kRows[] = {
     "rw 00 skip(3) 00 00 ext('DCT') -> 3158",
 
     // Books and scores.
-    "rw 06 06 ED F5 D8 1D 'F' E5 BD '1' EF E7 FE 't' B7 1D -> 3179",  // Adobe InDesign document, library or book
-    "rw 00 00 'MMXPR' -> 3180",  // QuarkXPress document, other version
-    "rw 00 00 'IIXPR' -> 3180",
+    "rw 06 06 ED F5 D8 1D 'F' E5 BD '1' EF E7 FE 't' B7 1D -> 3179",  // Adobe InDesign library, book or snippet
+    "rw 00 00 'IIXPR' 00 '?' -> 1622",  // QuarkXPress 3.3 for Windows
+    "rw 00 00 oneof(49,4D) oneof(49,4D) 'XPR' -> 3180",  // QuarkXPress document, other version
     "rw range1(01-06) skip(3) 'BOBO' -> 3181",  // ClarisWorks or AppleWorks document
     "rw 0F 'SIBELIUS' -> 3182",  // Sibelius score
     "rw 'ENIGMA BINARY FILE' -> 3183",  // Finale score (ENIGMA)
     "rw 'ENIGMA TRANSPORTABLE FILE' -> 3183",
-    "rw range1(14-18) 'FICHIER GUITAR' -> 3184",  // Guitar Pro score
+    "rw range1(14-19) 'FICHIER GUITAR' -> 3184",  // Guitar Pro score
     "rw 'NB*' 00 -> 3185",  // Windows Journal note
     "rw 'EP*' 00 -> 3186",  // Microsoft Document Imaging file (MDI)
     "rw '%FDF-' range1(31-39) -> 3187",  // Forms data (FDF)
     "rw 1C 01 00 00 02 00 04 1C 01 14 00 02 00 14 1C 01 -> 3189",  // FreeHand drawing, other version
     "rw 'AGD' range1(31-34) -> 3189",
     "rw 'ActiveMime' 00 00 01 -> 3190",  // Office data in an ActiveMime block
+
+    // Text formats told by their first words.
+    "rw 'OFXHEADER' oneof(3A,3D) -> 3219",  // Open Financial Exchange data
 
     // Keys and messages in binary form.
     "rw 00 00 00 20 01 01 00 skip(1) 'KBXf' -> 3237",  // OpenPGP keybox
@@ -281,6 +282,8 @@ constexpr std::string_view kRows[] = {
     "rw 'BLENDER' oneof(2D,5F) oneof(76,56) -> 3252",  // Blender scene
     "rw 'BLENDER' range1(31-39) range1(30-39) '-' -> 3252",
     "rw '3D Geometry File Format ' -> 3253",  // Rhino 3-D model (3DM)
+    "rw '#VRML V' range1(31-39) -> 3254",  // VRML world or Inventor scene
+    "rw '#Inventor V' -> 3254",
     "rw 'V5_CFV2' 00 -> 3255",  // CATIA 5 document
     "rw 'Version ' range1(31-39) skip(1) range1(30-39) ' JT' -> 3256",  // JT model
     "rw 'FORM' skip(4) 'MC4D' -> 3257",  // Cinema 4D scene
@@ -295,6 +298,8 @@ constexpr std::string_view kRows[] = {
     "rw oneof(49,56) 'BSP' range1(10-3F) 00 00 00 -> 3258",
     "rw 'FOR4' skip(4) 'Maya' -> 3258",
     "rw 'FORM' skip(4) 'LWO' oneof(42,32) -> 3258",
+    "rw '3DMetafile' -> 3258",
+    "rw 'Caligari V' -> 3258",
     "rw '#LcUStream-V' -> 3259",  // Navisworks model
 
     // System files.
@@ -419,7 +424,7 @@ constexpr std::string_view kRows[] = {
     "rw 'OFR ' range1(00-20) 00 -> 3401",  // Lossless audio of another program (OptimFROG, TAK, Shorten, MLP)
     "rw 'tBaK' -> 3401",
     "rw 'ajkg' range1(00-03) -> 3401",
-    "rw 'ea3' range1(02-04) 00 -> 3402",  // Sony OpenMG audio
+    "rw 'ea3' range1(00-04) 00 -> 3402",  // Sony OpenMG audio
     "rw 'EA3' range1(01-03) 00 -> 3402",
     "rw 'NESM' 1A -> 3403",  // Console game music (NSF, SPC, VGM)
     "rw 'SNES-SPC700 Sound File Data' -> 3403",
@@ -435,6 +440,13 @@ constexpr std::string_view kRows[] = {
     "rw 'Minitab Portable Workshe' -> 3415",
     "rw '# AmiraMesh ' -> 3416",  // Amira mesh
 
+    // More text and data of programs.
+    "rw '#PES0' range2(30-39) '0' -> 3424",  // Embroidery design (PES)
+    "rw 'PTM_1.' range1(30-39) 0A -> 3428",  // Polynomial texture map
+    "rw 00 skip(3) 'STAK' -> 3430",  // HyperCard stack
+    "rw 'LBLSIZE=' range1(31-39) -> 3431",  // Planetary image (VICAR, PDS)
+    "rw 'PDS_VERSION_ID ' -> 3431",
+
     // Fixed places and structures of further formats.
     "rw 00 00 01 00 -> probe 3287",  // Macintosh resource fork
     "rw 30 range1(80-84) -> probe 3234",  // CMS, certificates, PKCS #12: a sequence of more than 127 bytes
@@ -449,7 +461,7 @@ constexpr std::string_view kRows[] = {
     "rw range1(30-32) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(43,63) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(7B,83) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
-    "rw range1(8B-8E) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
+    "rw oneof(8B,8E) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(CB,E5) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(F5,FB) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
 
@@ -504,9 +516,13 @@ constexpr std::string_view kRows[] = {
     "rw FF range1(E2-FD) ext('MP') -> 1710",  // MPEG audio: one frame
     "rw FF oneof(F0,F1) ext('AAC') -> 3095",  // AAC: one frame
     "rw 28 B5 2F FD -> 3021",  // Zstandard
+    "rw '<!DOCTYPE ' ci(HTML) -> 3203",  // HTML
+    "rw '[' ci(AUTORUN) ']' -> 3419",  // settings of removable media
+    "rw 'ARROW1ARROW1' -> 3146",  // Arrow of nothing
+    "rw 'Kaydara FBX Binary  ' -> 3246",  // FBX
+    "rw '{' 5C 'pwi' -> 1177",  // Pocket Word
     "rw 'RE~^' -> 1821",  // RAR before version 1.5
     "rw 'MAC ' 00 00 -> 3098",  // Monkey's Audio
-    "rw '.snd' 00 00 00 -> 3092",  // Sun audio
     "rw ci(BEGMF) -> 1505",  // CGM, clear text
     "rw FF FF 00 18 00 -> 1565",  // GEM metafile
     "rw 'XFIR' skip(4) 'MDGF' -> 1703",  // Director

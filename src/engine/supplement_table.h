@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 456;
+inline constexpr size_t kSupplementRows = 468;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 8353;
+inline constexpr size_t kSupplementTableSize = 8641;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;

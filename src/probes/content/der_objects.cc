@@ -21,8 +21,8 @@ constexpr uint8_t kIndefinite = 0x80;
 constexpr auto kPkcs7 = "\x06\x09\x2A\x86\x48\x86\xF7\x0D\x01\x07"sv;
 
 struct Sequence {
-  size_t content = 0;                 // where its first element begins
-  std::optional<uint64_t> length;     // of the content; none where it ends with a mark
+  size_t content = 0;              // where its first element begins
+  std::optional<uint64_t> length;  // of the content; none where it ends with a mark
 };
 
 // The sequence at `offset`, if one with a length of more than 127 bytes begins there.

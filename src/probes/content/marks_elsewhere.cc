@@ -41,6 +41,7 @@ constexpr Mark kMarks[] = {
     {12, "\x53\x22\x04\x00"sv, kFormatBerkeleyDb},
     {12, "\x00\x04\x22\x53"sv, kFormatBerkeleyDb},
     {14, "\xC0HBAM7"sv, kFormatFileMaker},
+    {13, " VW1"sv, kFormatVectorWorks},
     {14, "VectorWork"sv, kFormatVectorWorks},
     {20, "!Scream!"sv, kFormatOtherModule},
     {36, "acsp"sv, kFormatIccProfile},

@@ -30,9 +30,7 @@ struct Packet {
   uint64_t length = 0;  // of the body
 };
 
-uint8_t TagOf(uint8_t byte) {
-  return (byte & kNewForm) != 0 ? byte & 0x3F : byte >> 2 & 0x0F;
-}
+uint8_t TagOf(uint8_t byte) { return (byte & kNewForm) != 0 ? byte & 0x3F : byte >> 2 & 0x0F; }
 
 bool Contains(std::string_view values, uint8_t value) {
   return values.find(static_cast<char>(value)) != std::string_view::npos;
@@ -113,7 +111,8 @@ bool IsKnownBody(const Head& head, const Packet& packet) {
       return packet.length >= kShortestBody && head.Byte(at) == 3 &&
              Contains("\x01\x02\x10\x12\x19"sv, head.Byte(at + 9));
     case kPassphraseKey:
-      return head.Byte(at) == 4 && Contains("\x01\x02\x03\x04\x07\x08\x09\x0A"sv, head.Byte(at + 1)) &&
+      return head.Byte(at) == 4 &&
+             Contains("\x01\x02\x03\x04\x07\x08\x09\x0A"sv, head.Byte(at + 1)) &&
              Contains("\x00\x01\x03"sv, head.Byte(at + 2)) && head.Byte(at + 3) >= 1 &&
              head.Byte(at + 3) <= 14;
     default:

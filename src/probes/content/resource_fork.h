@@ -1,5 +1,5 @@
-// Resource forks of the Macintosh in a file of their own, fonts for the data fork among them (Inside
-// Macintosh, More Macintosh Toolbox).
+// Resource forks of the Macintosh in a file of their own, fonts for the data fork among them
+// (Inside Macintosh, More Macintosh Toolbox).
 #ifndef FI_PROBES_CONTENT_RESOURCE_FORK_H_
 #define FI_PROBES_CONTENT_RESOURCE_FORK_H_
 

@@ -6,8 +6,8 @@
 
 #include "formatid/io.h"
 #include "platform/format_ids.h"
-#include "probes/file_bytes.h"
 #include "probes/buffered_scan.h"
+#include "probes/file_bytes.h"
 
 namespace fi {
 namespace {
@@ -144,7 +144,10 @@ FormatId OtherOggCodecProbe(IdentificationStream* stream) {
   constexpr size_t kSegmentCount = 26;
   const FileBytes<512> page(stream, 0);
   const size_t packet = kSegmentCount + 1 + page.Byte(kSegmentCount);
-  if (page.Holds(packet, "\x7F""FLAC")) return kFormatOggFlac;
+  if (page.Holds(packet,
+                 "\x7F"
+                 "FLAC"))
+    return kFormatOggFlac;
   return page.Holds(packet, "Speex   ") ? kFormatSpeex : kNoMatch;
 }
 

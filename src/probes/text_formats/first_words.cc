@@ -16,17 +16,14 @@ struct FirstWords {
 constexpr FirstWords kFirstWords[] = {
     {"#EXTM3U", kFormatPlaylist},
     {"[playlist]", kFormatPlaylist},
+    {"<?wpl version=", kFormatPlaylist},
     {"Windows Registry Editor Version ", kFormatRegistryText},
     {"REGEDIT4", kFormatRegistryText},
     {"0 HEAD", kFormatGedcom},
     {"[Script Info]", kFormatVideoTextSubtitles},
     {"Scenarist_SCC", kFormatVideoTextSubtitles},
     {"[Desktop Entry]", kFormatDesktopEntry},
-    {"OFXHEADER:", kFormatOfx},
-    {"OFXHEADER=\"", kFormatOfx},
     {"$ANSIBLE_VAULT;", kFormatAnsibleVault},
-    {"#VRML V", kFormatVrml},
-    {"#Inventor V", kFormatVrml},
     {"##fileformat=VCFv", kFormatSequenceText},
     {"##gff-version", kFormatSequenceText},
     {"@HD\tVN:1.", kFormatSequenceText},
@@ -52,12 +49,27 @@ constexpr FirstWords kFirstWords[] = {
     {"PIAFILEVERSION_2.0,", kFormatPlotterTables},
     {"AutoCAD Extended Batch P", kFormatPlotterTables},
     {"AutoCAD 2000 Batch Plot", kFormatPlotterTables},
+    {"IESNA:LM-63", kFormatPhotometry},
+    {"IESNA91", kFormatPhotometry},
+    {"GEOGCS[\"", kFormatCoordinateSystem},
+    {"PROJCS[\"", kFormatCoordinateSystem},
+    {"GEOGCRS[\"", kFormatCoordinateSystem},
+    {"PROJCRS[\"", kFormatCoordinateSystem},
+    {"<%@ Page ", kFormatServerPage},
+    {"<%@ Control ", kFormatServerPage},
+    {"<%@ Application ", kFormatServerPage},
+    {"<%@ Master ", kFormatServerPage},
+    {"<%@ WebService ", kFormatServerPage},
+    {"<%@ page ", kFormatServerPage},
+    {"<%@ taglib ", kFormatServerPage},
+    {"ERMHDR", kFormatPrimaveraExchange},
+    {"\\usepackage{", kFormatLatex},
+    {"[InternetShortcut]", kFormatInternetShortcut},
 };
 
 // Parts of a calendar, which mail programs store without the calendar around them.
-constexpr std::string_view kCalendarParts[] = {"valarm",    "vavailability", "vevent",
-                                               "vfreebusy", "vjournal",      "vtimezone",
-                                               "vtodo"};
+constexpr std::string_view kCalendarParts[] = {"valarm",   "vavailability", "vevent", "vfreebusy",
+                                               "vjournal", "vtimezone",     "vtodo"};
 
 bool IsCalendarPart(std::string_view text) {
   constexpr std::string_view kBegin = "begin:";

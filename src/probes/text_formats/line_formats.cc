@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "platform/format_ids.h"
+#include "probes/text_formats/json.h"
 #include "probes/text_view.h"
 
 namespace fi {
@@ -69,9 +70,9 @@ bool IsMessageCatalogue(std::string_view text) {
 // An entry of a known kind behind comments.
 bool IsBibTex(std::string_view text) {
   constexpr std::string_view kKinds[] = {
-      "article",       "book",   "booklet",     "comment",       "conference", "inbook",
-      "incollection",  "manual", "mastersthesis", "inproceedings", "misc",     "online",
-      "phdthesis",     "preamble", "proceedings", "string",      "techreport", "unpublished"};
+      "article",      "book",     "booklet",       "comment",       "conference", "inbook",
+      "incollection", "manual",   "mastersthesis", "inproceedings", "misc",       "online",
+      "phdthesis",    "preamble", "proceedings",   "string",        "techreport", "unpublished"};
   Lines lines(text);
   std::string_view line;
   for (uint32_t count = 0; count < kMostLines && lines.Next(&line); ++count) {
@@ -96,6 +97,26 @@ bool IsReferences(std::string_view text) {
     return false;
   }
   return line.size() > 3 && line[0] == '%' && IsUpper(line[1]) && line[2] == ' ';
+}
+
+// The first record: the class of the protein, its date at column 51 and its code at column 63.
+bool IsProteinData(std::string_view text) {
+  constexpr size_t kDate = 50;
+  constexpr size_t kCode = 62;
+  Lines lines(text);
+  std::string_view line;
+  return text.starts_with("HEADER    ") && lines.Next(&line) && line.size() >= kCode + 4 &&
+         Matches(line.substr(kDate), "99-") && IsDigit(line[kCode]);
+}
+
+// Two lines, each an object.
+bool IsJsonLines(std::string_view text) {
+  Lines lines(text);
+  std::string_view first;
+  std::string_view second;
+  return lines.Next(&first) && lines.Next(&second) && first.starts_with('{') &&
+         second.starts_with('{') && JsonProbe(first, false) != kNoMatch &&
+         JsonProbe(second, false) != kNoMatch;
 }
 
 bool IsLdif(std::string_view text) {
@@ -202,6 +223,12 @@ FormatId LineFormatProbe(std::string_view text, bool isCut, std::string_view ext
       break;
     case 'b':
       if (IsShortUuencode(text, isCut)) return kFormatUuencode;
+      break;
+    case '{':
+      if (IsJsonLines(text)) return kFormatJsonLines;
+      break;
+    case 'H':
+      if (IsProteinData(text)) return kFormatProteinData;
       break;
     case ':':
     case 'S':

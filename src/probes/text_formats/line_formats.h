@@ -1,5 +1,6 @@
-// Text formats that the build of their first lines tells: subtitles, differences, message catalogues,
-// references, settings, data by the line with a checksum, and encoded data too short for statistics.
+// Text formats that the build of their first lines tells: subtitles, differences, message
+// catalogues, references, settings, data by the line with a checksum, and encoded data too short
+// for statistics.
 #ifndef FI_PROBES_TEXT_FORMATS_LINE_FORMATS_H_
 #define FI_PROBES_TEXT_FORMATS_LINE_FORMATS_H_
 
