@@ -1,5 +1,6 @@
-// XML documents: the reader delivers the same whatever the pieces are in which it gets them, and
-// not more than the document may hold. The first byte chooses the size of the pieces.
+// XML documents: the reader delivers the same whatever the pieces are in which it gets them, what
+// Expat alone delivers, and not more than the document may hold. The first byte chooses the size of
+// the pieces.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,7 @@
 namespace {
 
 using fi::testing::MemoryHandle;
+using fi::xml::ExpatParser;
 using fi::xml::PullParser;
 
 // Feeding byte by byte parses every piece of the document anew for each.
@@ -31,8 +33,9 @@ std::string Delivered(const std::string& document, uint32_t chunk) {
   size_t contentAt = 0;
   while ((result = parser.Next()) == PullParser::Result::kTag) {
     Require(++tags <= document.size());
-    Require(parser.TagText().size() <= fi::xml::kMaxTagText + 2);
-    all.append(parser.isEnd() ? "-" : "+").append(parser.TagText());
+    Require(parser.TagSize() <= fi::xml::kMaxTagText + 2);
+    all.append(parser.isEnd() ? "-" : "+").append(parser.localName()).append("\n");
+    all.append(parser.namespaceUri()).append(parser.Attribute("Id").value_or("\n"));
     Require(parser.Content().size() <= fi::xml::kMaxContent);
     contentAt = all.size();
     all.append(parser.Content());
@@ -40,6 +43,33 @@ std::string Delivered(const std::string& document, uint32_t chunk) {
   all.resize(contentAt);
   Require(parser.Next() == result);
   return all.append(1, static_cast<char>('0' + static_cast<int>(result)));
+}
+
+// The scanner of plain documents against Expat: the same tags with the same attributes, and the
+// same content, which is asked for at some tags as the byte says.
+void CompareWithExpat(const std::string& document, uint32_t chunk) {
+  MemoryHandle handle(document);
+  MemoryHandle other(document);
+  PullParser parser(&handle, chunk, fi::xml::kLargestChunk);
+  ExpatParser expat({}, &other, chunk, fi::xml::kLargestChunk);
+  for (uint32_t i = 0;; ++i) {
+    const PullParser::Result result = expat.Next();
+    Require(parser.Next() == result);
+    if (result != PullParser::Result::kTag) return;
+    Require(parser.isEnd() == expat.isEnd() && parser.localName() == expat.localName());
+    Require(parser.namespaceUri() == expat.namespaceUri());
+    std::string_view left = expat.TagText();
+    left.remove_prefix(left.find('\0') + 1);
+    while (!expat.isEnd() && !left.empty()) {
+      const std::string_view name(left.data());
+      Require(parser.Attribute(name) == expat.Attribute(name));
+      left.remove_prefix(name.size() + 1);
+      left.remove_prefix(left.find('\0') + 1);
+    }
+    Require(parser.Attribute("xmlns") == expat.Attribute("xmlns"));
+    if ((chunk >> (i % 4) & 1) == 0) continue;
+    Require(parser.Content() == expat.Content());
+  }
 }
 
 // Content is asked for at every third tag, attributes at every other, in both orders.
@@ -77,6 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string document(data + 1, data + size);
   const std::string whole = Delivered(document, fi::xml::kLargestChunk);
   if (document.size() <= kBytewise) Require(whole == Delivered(document, data[0] % 32u + 1));
+  CompareWithExpat(document, data[0] + 1u);
   ReadWide(document);
   return 0;
 }

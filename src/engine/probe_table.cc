@@ -1,8 +1,10 @@
 #include "engine/probe_table.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
+#include "engine/unanswered_probes.h"
 #include "platform/format_ids.h"
 #include "probes/archive/arj.h"
 #include "probes/archive/cabinet.h"
@@ -101,7 +103,8 @@ FormatId OfStream(const ProbeCall& call) {
 }
 
 // Codes whose probe is not part of the library, and those whose format is not publicly known. They
-// keep their rows: a code without one changes how a program goes on behind it.
+// keep their rows: a code without one changes how a program goes on behind it. They are listed in
+// unanswered_probes.h too.
 FormatId NoProbe(const ProbeCall& /*call*/) { return kNoMatch; }
 
 // What leads here is proof enough: five bytes of Rich Text, the namespace of Domino XML.
@@ -149,7 +152,7 @@ FormatId MarkerSequence(const ProbeCall& call) {
   return MarkerSequenceProbe(call.run.stream, offset) ? call.code : kNoMatch;
 }
 
-// Sorted by code, for the search below.
+// Sorted by code.
 constexpr ProbeEntry kProbes[] = {
     {1003, NoProbe},  // WordStar up to version 4 has no header, and high bits mark its words as
                       // they do others
@@ -294,13 +297,30 @@ constexpr bool IsSorted() {
 }
 static_assert(IsSorted());
 
+constexpr bool UnansweredAreListed() {
+  return std::ranges::all_of(kProbes, [](const ProbeEntry& probe) {
+    return (probe.run == NoProbe) == IsUnanswered(probe.code);
+  });
+}
+static_assert(UnansweredAreListed());
+
+// For each code from the first on the place of its row in the table, counted from 1; 0: it has
+// none.
+constexpr uint16_t kFirstCode = kProbes[0].code;
+constexpr auto kPlaces = [] {
+  std::array<uint8_t, std::prev(std::end(kProbes))->code - kFirstCode + 1> places{};
+  static_assert(std::size(kProbes) <= 0xFF);
+  uint8_t place = 0;
+  for (const ProbeEntry& probe : kProbes) places[probe.code - size_t{kFirstCode}] = ++place;
+  return places;
+}();
+
 }  // namespace
 
 const ProbeEntry* FindProbe(uint16_t code) {
-  const ProbeEntry* entry = std::lower_bound(
-      std::begin(kProbes), std::end(kProbes), code,
-      [](const ProbeEntry& probe, uint16_t wanted) { return probe.code < wanted; });
-  return entry != std::end(kProbes) && entry->code == code ? entry : nullptr;
+  const size_t at = size_t{code} - kFirstCode;  // huge for a code before the first
+  if (at >= kPlaces.size() || kPlaces[at] == 0) return nullptr;
+  return &kProbes[kPlaces[at] - 1];
 }
 
 }  // namespace fi

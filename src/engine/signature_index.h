@@ -1,6 +1,7 @@
 // Which rows of a signature table can match a file at all, by its first byte. Most rows rewind and
 // then test the first byte; when that test fails, the row has no other effect than to leave the
-// stream behind the first byte. The walk skips those rows and reproduces that effect.
+// stream behind the first byte. The walk skips those rows and reproduces that effect. It skips rows
+// without any effect too.
 #ifndef FI_ENGINE_SIGNATURE_INDEX_H_
 #define FI_ENGINE_SIGNATURE_INDEX_H_
 
@@ -9,6 +10,7 @@
 #include <cstdint>
 
 #include "engine/opcodes.h"
+#include "engine/unanswered_probes.h"
 
 namespace fi {
 
@@ -30,7 +32,7 @@ struct SignatureIndex {
   // Rows 0 up to this one test the class identifier of a storage first.
   size_t classRows = 0;
   // By first byte, the rows from classRows on that can match. The last set is for a first byte that
-  // cannot be read and holds them all: the file may be empty, or the handle recover.
+  // cannot be read: the file may be empty, or the handle recover.
   std::array<RowSet<kRows>, 257> candidates{};
   // Rows that rewind and test the first byte.
   RowSet<kRows> gated{};
@@ -76,6 +78,11 @@ constexpr bool BeginsWithClassTest(const uint8_t* program) {
   return program[0] == kEscape && program[1] == kOpClass;
 }
 
+constexpr bool IsOnlyAnUnansweredProbe(const uint8_t* program) {
+  return program[0] == kEscape && program[1] == kOpProbe &&
+         IsUnanswered(static_cast<uint16_t>(program[2] | program[3] << 8));
+}
+
 template <size_t kRows, class Table>
 consteval SignatureIndex<kRows> IndexTable(const Table& table) {
   SignatureIndex<kRows> index;
@@ -84,6 +91,7 @@ consteval SignatureIndex<kRows> IndexTable(const Table& table) {
   uint16_t behindGated = 0;
   for (size_t row = index.classRows; row < kRows; ++row) {
     index.behindGated[row] = behindGated;
+    if (IsOnlyAnUnansweredProbe(bytes + table.starts[row])) continue;
     const FirstByteTest test(bytes + table.starts[row]);
     for (size_t byte = 0; byte < 256; ++byte) {
       if (!test.Exists() || test.Allows(byte)) index.candidates[byte].Add(row);

@@ -461,7 +461,7 @@ constexpr std::string_view kRows[] = {
     "rw range1(30-32) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(43,63) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(7B,83) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
-    "rw oneof(8B,8E) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
+    "rw range1(8B-8E) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(CB,E5) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
     "rw oneof(F5,FB) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
 

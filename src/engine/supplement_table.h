@@ -14,7 +14,7 @@ namespace fi {
 inline constexpr size_t kSupplementRows = 468;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 8641;
+inline constexpr size_t kSupplementTableSize = 8642;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;

@@ -128,6 +128,47 @@ TEST(ZipView, BombsEndAtTheLimits) {
   EXPECT_EQ(times, zip::kMaxInflatedByView / read.size() - 1);
 }
 
+// Empty blocks in front of a byte: how often views of a file and of a member get to it.
+TEST(ZipView, PackedBytesEndAtTheLimits) {
+  const std::string blocks = SampleBytes("(00 0000 FFFF)*60000 01 0100 FEFF 'x'");
+  const std::string package =
+      Changed(ZipWriter().Add("m", blocks, {.method = 0, .size = 1}).Finish(), "C0+10:08");
+  MemoryHandle inner(package);
+  MemoryHandle outer(ZipWriter().Add("n", package, {.method = 0}).Finish());
+  const io::OwnedHandle outerView = OpenPackage(&outer);
+  const io::OwnedHandle member = OpenMember(outerView.get(), "n");
+  const auto times = [](IOHandle* handle) {
+    const io::OwnedHandle view = OpenPackage(handle);
+    uint64_t count = 0;
+    while (count < 100 && ReadFrom(OpenMember(view.get(), "m").get(), 0, 9) == "x") ++count;
+    return count;
+  };
+  EXPECT_EQ(times(&inner), zip::kMaxPasses + zip::kFreeOfPasses / package.size());
+  EXPECT_EQ(times(member.get()), zip::kMaxPackedByNestedView / blocks.size());
+}
+
+// However a stored member is read, the deflated package that it lies in is inflated once.
+TEST(ZipView, ReadsPackagesInPackagesForward) {
+  const std::string content = Pattern(400000, 7);
+  const std::string inner = ZipWriter().Add("m", content, {.method = 0}).Finish();
+  const std::string outer = ZipWriter().Add("n", inner).Finish();
+  MemoryHandle file(outer);
+  const io::OwnedHandle view = OpenPackage(&file);
+  const io::OwnedHandle package = OpenMember(view.get(), "n");
+  const io::OwnedHandle innerView = OpenPackage(package.get());
+  const io::OwnedHandle member = OpenMember(innerView.get(), "m");
+  const uint64_t before = file.bytesRead;
+  std::string read;
+  for (size_t piece = 4; read.size() < content.size(); piece = piece * 3 % 9001) {
+    std::string bytes(piece, '\0');
+    bytes.resize(io::Read(member.get(), bytes.data(), static_cast<uint32_t>(piece)));
+    ASSERT_FALSE(bytes.empty());
+    read += bytes;
+  }
+  EXPECT_EQ(read, content);
+  EXPECT_LE(file.bytesRead - before, outer.size());
+}
+
 TEST(ZipView, NestsToADepth) {
   std::string package = SamplePackage("'n'= 'x'");
   for (uint32_t i = 0; i < 9; ++i) package = ZipWriter().Add("n", package).Finish();

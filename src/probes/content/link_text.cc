@@ -10,21 +10,13 @@ namespace {
 
 constexpr size_t kWindow = 4096;  // bytes looked at
 
-// The first line that is neither empty nor a comment.
-bool FirstSection(Lines& lines, std::string_view* section) {
-  while (lines.Next(section)) {
-    *section = TrimBlanks(*section);
-    if (!section->empty() && section->front() != ';') return true;
+// The next line that is neither empty nor a comment.
+bool NextEntry(Lines& lines, std::string_view* entry) {
+  while (lines.Next(entry)) {
+    *entry = TrimBlanks(*entry);
+    if (!entry->empty() && entry->front() != ';') return true;
   }
   return false;
-}
-
-// The key that holds an address in the section, in lower case.
-std::string_view AddressKey(std::string_view section) {
-  if (EqualsNoCase(section, "[internetshortcut]")) return "url=";
-  // A saved frame set names the page that it came from first.
-  if (EqualsNoCase(section, "[default]")) return "baseurl=";
-  return {};
 }
 
 }  // namespace
@@ -33,11 +25,14 @@ bool IsLinkText(std::string_view text) {
   if (text.find('\0') != std::string_view::npos) return false;
   Lines lines(text);
   std::string_view line;
-  if (!FirstSection(lines, &line)) return false;
-  const std::string_view key = AddressKey(line);
-  if (key.empty()) return false;
-  while (lines.Next(&line)) {
-    if (StartsWithNoCase(TrimBlanks(line), key)) return true;
+  if (!NextEntry(lines, &line)) return false;
+  // The page of a frame set names the set first. Settings of other kinds have such a section, too.
+  if (EqualsNoCase(line, "[default]")) {
+    return NextEntry(lines, &line) && StartsWithNoCase(line, "baseurl=");
+  }
+  if (!EqualsNoCase(line, "[internetshortcut]")) return false;
+  while (NextEntry(lines, &line)) {
+    if (StartsWithNoCase(line, "url=")) return true;
   }
   return false;
 }

@@ -27,19 +27,18 @@ constexpr std::array<uint8_t, 0x40> kGroupBytes = {
     4, 3,   0, 150, 6, 23, 11, 3, 3, 0,  0, 0, 4, 0,  44, 18,  // E0
     6, 106, 0, 100, 4, 0,  5,  0, 0, 0,  0, 0, 0, 0,  0,  0};  // F0
 
-// Functions that switch an attribute: its number, and whether it is on from there.
+// Functions that switch an attribute on or off from there.
+enum Attribute : uint8_t { kRevised, kStruckOut, kUnderlined, kBold, kAttributes };
 struct Switch {
   uint8_t function;
-  uint8_t attribute;
+  Attribute attribute;
   bool on;
 };
 constexpr Switch kSwitches[] = {
-    {0x90, 0, true}, {0x91, 0, false},  // revised text
-    {0x92, 1, true}, {0x93, 1, false},  // struck out
-    {0x94, 2, true}, {0x95, 2, false},  // underlined
-    {0x9D, 3, true}, {0x9C, 3, false},  // bold
+    {0x90, kRevised, true},    {0x91, kRevised, false},   {0x92, kStruckOut, true},
+    {0x93, kStruckOut, false}, {0x94, kUnderlined, true}, {0x95, kUnderlined, false},
+    {0x9D, kBold, true},       {0x9C, kBold, false},
 };
-constexpr size_t kAttributes = 4;
 
 // Whether the bytes so far are UTF-8, whose sequences can look like groups.
 class Utf8Watch {
@@ -86,7 +85,7 @@ class Walk {
   bool IsDocument() const {
     if (utf8_.valid() || plain_ == 0 || strange_ * kMostStrangeShare >= plain_ + strange_)
       return false;
-    return fixedGroups_ > 0 || (pairs_ > 0 && pairsSound_);
+    return fixedGroups_ > 0 || (pairsSound_ && HasPairs());
   }
 
  private:
@@ -115,17 +114,26 @@ class Walk {
   bool TakeGroup(uint32_t code) {
     const uint32_t fixed = kGroupBytes[code - kFirstGroup];
     const uint32_t most = fixed > 0 ? fixed : kMaxGroup;
-    bool same = true;  // a run of one byte is line art, no group
+    bool same = true;     // a run of one byte is line art, no group
+    bool binary = false;  // parameters are small numbers; text may stand between two equal letters
     for (uint32_t size = 2; size <= most; ++size) {
       const uint32_t byte = Next();
       if (byte == kEndOfData) return left_ == 0;
       if (byte == code && (fixed == 0 || size == fixed)) {
-        if (fixed > 0) ++fixedGroups_;
+        if (fixed > 0 && binary) ++fixedGroups_;
         return fixed == 0 || !same;
       }
       same = same && byte == code;
+      binary = binary || byte < ' ';
     }
     return false;
+  }
+
+  // Whether an attribute was switched on and off that such documents have. In code page 1252 the
+  // functions from 91 to 95 are quotation marks and a bullet, and the apostrophe is among them.
+  bool HasPairs() const {
+    const bool mayBeQuotes = seen_[kRevised] || seen_[kStruckOut];
+    return pairs_[kBold] > 0 || (pairs_[kUnderlined] > 0 && !mayBeQuotes);
   }
 
   void TakeFunction(uint32_t byte) {
@@ -133,7 +141,8 @@ class Walk {
       if (entry.function != byte) continue;
       bool& on = on_[entry.attribute];
       if (on == entry.on) pairsSound_ = false;
-      if (on && !entry.on) ++pairs_;
+      if (on && !entry.on) ++pairs_[entry.attribute];
+      seen_[entry.attribute] = true;
       on = entry.on;
       return;
     }
@@ -145,8 +154,9 @@ class Walk {
   uint32_t plain_ = 0;
   uint32_t strange_ = 0;  // functions of one byte, and controls that are no line ends
   uint32_t fixedGroups_ = 0;
-  uint32_t pairs_ = 0;  // attributes that were switched on and off
+  std::array<uint32_t, kAttributes> pairs_{};  // how often each was switched on and off
   bool pairsSound_ = true;
+  std::array<bool, kAttributes> seen_{};
   std::array<bool, kAttributes> on_{};
 };
 

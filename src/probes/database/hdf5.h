@@ -1,4 +1,4 @@
-// HDF5 data (HDF5 File Format Specification): a superblock, before which a block of the user may
+// HDF5 data (The HDF Group, HDF5 File Format): a superblock, before which a block of the user may
 // stand whose size is 512 bytes or a power of two above.
 #ifndef FI_PROBES_DATABASE_HDF5_H_
 #define FI_PROBES_DATABASE_HDF5_H_

@@ -1,4 +1,4 @@
-// Truevision TGA images (Truevision TGA File Format Specification 2.0). The header of 18 bytes has
+// Truevision TGA images (Truevision TGA File Format 2.0). The header of 18 bytes has
 // no mark, so that the size of the picture must fit into the file.
 #ifndef FI_PROBES_IMAGE_TGA_H_
 #define FI_PROBES_IMAGE_TGA_H_

@@ -21,7 +21,7 @@
 #include "probes/text_formats/step.h"
 #include "probes/text_formats/stl_text.h"
 #include "probes/text_formats/text_head.h"
-#include "probes/text_formats/xml_element.h"
+#include "probes/text_formats/xml_text.h"
 #include "probes/text_formats/yaml.h"
 #include "probes/text_view.h"
 
@@ -68,6 +68,7 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
     if (id != kNoMatch) return id;
   }
   if (!isText) return kNoMatch;
+  if (const FormatId id = XmlTextProbe(stream, window); id != kNoMatch) return id;
   for (const TextProbe probe : kProbes) {
     if (const FormatId id = probe(text); id != kNoMatch) return id;
   }
@@ -76,9 +77,7 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
     return id;
   }
   if (const FormatId id = YamlProbe(text, extension); id != kNoMatch) return id;
-  if (const FormatId id = MessageHeaderProbe(text, extension); id != kNoMatch) return id;
-  const bool isBytes = window.form().units == TextUnits::kBytes;
-  return isBytes && IsXmlElement(stream, text) ? kFormatXml : kNoMatch;
+  return MessageHeaderProbe(text, extension);
 }
 
 }  // namespace fi

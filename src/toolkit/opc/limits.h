@@ -7,8 +7,7 @@
 
 namespace fi::opc {
 
-// Relationships of one source, and the characters of their types, identifiers and targets.
-inline constexpr size_t kMaxRelationships = size_t{64} << 10;
+// Of the relationships of one source, the characters of types, and of identifiers and targets.
 inline constexpr size_t kMaxRelationshipText = size_t{1} << 20;
 
 // Bytes of a target that is followed.

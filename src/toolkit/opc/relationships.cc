@@ -23,12 +23,11 @@ void Relationships::Read(IOHandle* document) {
 }
 
 // False when nothing more can be kept.
-bool Relationships::Add(const xml::PullParser& element) {
+bool Relationships::Add(xml::PullParser& element) {
   const std::optional<std::string_view> type = element.Attribute("Type");
   const std::optional<std::string_view> target = element.Attribute("Target");
   if (!type.has_value() || !target.has_value() || target->size() > kMaxTarget) return true;
   const std::string_view id = element.Attribute("Id").value_or(std::string_view());
-  if (records_.size() == kMaxRelationships) return false;
 
   Record record{};
   record.typeAt = static_cast<uint32_t>(types_.size());

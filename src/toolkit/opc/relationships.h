@@ -44,7 +44,7 @@ class Relationships {
     bool isExternal;
   };
 
-  bool Add(const xml::PullParser& element);
+  bool Add(xml::PullParser& element);
   bool AddText(std::string_view text, uint32_t* length);
   Entry EntryOf(const Record& record) const;
 

@@ -1,235 +1,123 @@
 #include "toolkit/xml/pull_parser.h"
 
 #include <algorithm>
-#include <cstring>
+#include <charconv>
+#include <new>
+#include <utility>
 
 #include "platform/io.h"
+#include "toolkit/text/utf16.h"
 
 namespace fi::xml {
 namespace {
 
-// Between a namespace and a local name. Neither holds one: Expat refuses such a namespace.
-constexpr char kSeparator = '\n';
-
-// Expat would ask the system for random numbers. To keep a document from choosing names that
-// collide in its tables, a number that is unknown outside of the process is enough: places in
-// memory.
-unsigned long Salt(const void* here) {
-  constexpr unsigned long kOdd = 0x9E3779B1;
-  const auto place = reinterpret_cast<uintptr_t>(here);
-  const auto stack = reinterpret_cast<uintptr_t>(&here);
-  return static_cast<unsigned long>(place * kOdd ^ stack) | 1;  // 0 would count as none
+// Writes the character that `name` stands for, without "&" and ";", and returns its size.
+size_t DecodeReference(std::string_view name, char* out) {
+  uint32_t character = 0;
+  if (name.front() == '#') {
+    const bool isHex = name[1] == 'x';
+    std::from_chars(name.data() + (isHex ? 2 : 1), name.data() + name.size(), character,
+                    isHex ? 16 : 10);
+  } else {
+    constexpr std::pair<std::string_view, char32_t> kEntities[] = {
+        {"amp", U'&'}, {"apos", U'\''}, {"gt", U'>'}, {"lt", U'<'}, {"quot", U'"'}};
+    for (const auto& [entity, meant] : kEntities) {
+      if (entity == name) character = meant;
+    }
+  }
+  const auto unit = static_cast<char16_t>(character);  // none lies beyond the first plane
+  size_t size = 0;
+  return NarrowUtf16({&unit, 1}, out, 3, &size) ? size : 0;
 }
-
-size_t LocalNameAt(std::string_view name) { return name.rfind(kSeparator) + 1; }
 
 }  // namespace
 
 PullParser::PullParser(IOHandle* handle, uint32_t firstChunk, uint32_t largestChunk)
-    : handle_(handle),
-      parser_(XML_ParserCreateNS(nullptr, kSeparator)),
-      chunk_(firstChunk),
-      largestChunk_(largestChunk) {
-  if (parser_ == nullptr) {
-    result_ = Result::kNoMemory;
-    return;
-  }
-  XML_Parser parser = parser_.get();
-  (void)XML_SetHashSalt(parser, Salt(parser));
-  XML_SetUserData(parser, this);
-  XML_SetElementHandler(parser, OnStart, OnEnd);
-  XML_SetStartDoctypeDeclHandler(parser, OnDoctype);
-  XML_SetStartNamespaceDeclHandler(parser, OnNamespace);
-}
+    : handle_(handle), firstChunk_(firstChunk), largestChunk_(largestChunk), chunk_(firstChunk) {}
 
 PullParser::Result PullParser::Next() {
-  Tag& before = tags_[current_];
-  if (before.endFollows) {
-    before.endFollows = false;
-    before.isEnd = true;
-    return Result::kTag;
+  if (result_ != Result::kTag) return result_;
+  while (expat_ == nullptr) {
+    const PlainScanner::Step step =
+        document_.size() == 0 ? PlainScanner::Step::kMore : plain_.NextTag();
+    if (step == PlainScanner::Step::kDone) {
+      ++delivered_;
+      return Result::kTag;
+    }
+    if (step == PlainScanner::Step::kEndOfData) return result_ = Result::kEndOfData;
+    if (step == PlainScanner::Step::kLimit) return result_ = Result::kMalformed;
+    if (!GoOn(step)) return result_;
   }
-  if (!readAhead_) (void)Advance();
-  readAhead_ = false;
-  if (!stored_) return result_;
-  stored_ = false;
-  current_ = 1 - current_;
-  return Result::kTag;
+  tagIsPlain_ = false;
+  return result_ = expat_->Next();
 }
 
-std::optional<std::string_view> PullParser::Attribute(std::string_view localName) const {
-  if (isEnd()) return std::nullopt;
-  const char* at = tag().text.data() + tag().attributesAt;
-  const char* const end = tag().text.end();
-  while (at != end) {
-    const std::string_view name(at);
-    const std::string_view value(name.data() + name.size() + 1);
-    if (name == localName) return value;
-    at = value.data() + value.size() + 1;
+std::optional<std::string_view> PullParser::Attribute(std::string_view localName, size_t* place) {
+  const auto value = tagIsPlain_ ? plain_.Attribute(localName) : expat_->Attribute(localName);
+  if (!value.has_value()) return std::nullopt;
+  const auto at = static_cast<size_t>(value->data() - TagText().data());
+  if (place != nullptr) *place = at;
+  const bool isCoded = tagIsPlain_ && value->find('&') != std::string_view::npos;
+  return isCoded ? Decoded(*value, at) : value;
+}
+
+// The scanner has checked the references. What they stand for is never longer than they are.
+std::optional<std::string_view> PullParser::Decoded(std::string_view value, size_t place) {
+  if (!decoded_.Resize(TagSize())) return std::nullopt;
+  char* const begin = decoded_.data() + place;
+  char* out = begin;
+  while (!value.empty()) {
+    if (value.front() != '&') {
+      *out++ = value.front();
+      value.remove_prefix(1);
+      continue;
+    }
+    const size_t end = value.find(';');
+    out += DecodeReference(value.substr(1, end - 1), out);
+    value.remove_prefix(end + 1);
   }
-  return std::nullopt;
+  return std::string_view(begin, static_cast<size_t>(out - begin));
 }
 
 std::string_view PullParser::Content() {
-  if (tag().endFollows) return {};
-  if (!readAhead_) {
-    content_.Clear();
-    if (parser_ != nullptr) XML_SetCharacterDataHandler(parser_.get(), OnText);
-    (void)Advance();
-    if (parser_ != nullptr) XML_SetCharacterDataHandler(parser_.get(), nullptr);
-    readAhead_ = true;
+  while (expat_ == nullptr && result_ == Result::kTag) {
+    std::string_view text;
+    const PlainScanner::Step step = plain_.Text(&text);
+    if (step == PlainScanner::Step::kDone) return text;
+    if (!GoOn(step)) return {};
   }
-  return {content_.data(), content_.size()};
+  return expat_ == nullptr ? std::string_view() : expat_->Content();
 }
 
-// Parses until the following tag is stored, or until the result tells why there is none.
-PullParser::Result PullParser::Advance() {
-  while (result_ == Result::kTag && !stored_) {
-    const XML_Status status = suspended_ ? XML_ResumeParser(parser_.get()) : Feed();
-    suspended_ = status == XML_STATUS_SUSPENDED;
-    if (result_ != Result::kTag) break;
-    if (status == XML_STATUS_ERROR) {
-      const bool noMemory = XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY;
-      result_ = noMemory ? Result::kNoMemory : Result::kMalformed;
-    } else if (!suspended_ && endOfData_) {
-      result_ = Result::kEndOfData;
-    }
-  }
-  return result_;
+// Sees to it that what stopped the scanner does not: reads more, or lets Expat take over. False
+// when the result tells why there is no going on.
+bool PullParser::GoOn(PlainScanner::Step step) {
+  const size_t size = document_.size() == 0 ? 0 : document_.size() - 1;
+  if (step == PlainScanner::Step::kMore && !isWhole_ && size < kMaxDocument) return ReadMore(size);
+  expat_.reset(new (std::nothrow)
+                   ExpatParser({document_.data(), size}, handle_, firstChunk_, largestChunk_));
+  if (expat_ == nullptr) result_ = Result::kNoMemory;
+  for (uint32_t i = 0; i < delivered_ && result_ == Result::kTag; ++i) result_ = expat_->Next();
+  return result_ == Result::kTag;
 }
 
-XML_Status PullParser::Feed() {
-  // A piece that is incomplete is parsed again from its start: each time as much is read again, so
-  // that the time stays linear.
-  const XML_Index parsed = XML_GetCurrentByteIndex(parser_.get());
-  const uint32_t pending = parsed < 0 || parsed > fed_ ? 0 : fed_ - static_cast<uint32_t>(parsed);
-  if (pending >= kMaxPiece || fed_ == kMaxDocument) {
-    Fail(Result::kMalformed);
-    return XML_STATUS_ERROR;
-  }
-  const uint32_t more = std::max(chunk_, std::min(pending, kMaxPiece - pending));
-  const uint32_t size = std::min(more, kMaxDocument - fed_);
+bool PullParser::ReadMore(size_t size) {
+  const uint32_t most = std::min(chunk_, static_cast<uint32_t>(kMaxDocument - size));
   chunk_ = std::min(chunk_ * 2, largestChunk_);
-
-  void* const buffer = XML_GetBuffer(parser_.get(), static_cast<int>(size));
-  if (buffer == nullptr) {
-    Fail(Result::kNoMemory);
-    return XML_STATUS_ERROR;
+  if (!document_.Resize(size + most + 1)) {
+    result_ = Result::kNoMemory;
+    return false;
   }
-  const uint32_t count = ReadChunk(static_cast<char*>(buffer), size);
-  fed_ += count;
-  endOfData_ = count < size;
-  return XML_ParseBuffer(parser_.get(), static_cast<int>(count), endOfData_ ? XML_TRUE : XML_FALSE);
-}
-
-// Less than `size` only at the end of the data.
-uint32_t PullParser::ReadChunk(char* buffer, uint32_t size) {
   uint32_t count = 0;
-  while (count < size) {
-    const uint32_t got = io::Read(handle_, buffer + count, size - count);
-    if (got == 0) break;
+  while (count < most && !isWhole_) {
+    const uint32_t got = io::Read(handle_, document_.data() + size + count, most - count);
+    isWhole_ = got == 0;
     count += got;
   }
-  return count;
-}
-
-void PullParser::Fail(Result result) {
-  result_ = result;
-  (void)XML_StopParser(parser_.get(), XML_FALSE);
-}
-
-bool PullParser::Expand(size_t bytes) {
-  if (bytes > kMaxExpanded - expanded_) {
-    Fail(Result::kMalformed);
-    return false;
-  }
-  expanded_ += static_cast<uint32_t>(bytes);
+  document_[size + count] = '\0';
+  (void)document_.Resize(size + count + 1);
+  plain_.SetDocument({document_.data(), size + count}, isWhole_);
   return true;
-}
-
-// `text` ends in a NUL, which is appended with it.
-bool PullParser::Append(Tag& tag, std::string_view text) {
-  if (tag.text.Append(text.data(), text.size() + 1)) return true;
-  Fail(Result::kNoMemory);
-  return false;
-}
-
-bool PullParser::StoreTag(std::string_view name, bool isEnd) {
-  Tag& tag = following();
-  tag.isEnd = isEnd;
-  tag.endFollows = false;
-  tag.text.Clear();
-  if (name.size() >= kMaxTagText) {
-    Fail(Result::kMalformed);
-    return false;
-  }
-  if (!Expand(name.size()) || !Append(tag, name)) return false;
-  tag.attributesAt = tag.text.size();
-  return true;
-}
-
-bool PullParser::StoreAttributes(const XML_Char** attributes) {
-  Tag& tag = following();
-  uint32_t kept = 0;
-  for (; *attributes != nullptr; attributes += 2) {
-    const std::string_view name(attributes[0]);
-    const std::string_view value(attributes[1]);
-    if (!Expand(name.size() + value.size())) return false;
-    const std::string_view local = name.substr(LocalNameAt(name));
-    if (kept == kMaxAttributes) continue;
-    if (local.size() + value.size() + 2 > kMaxTagText - tag.text.size()) continue;
-    if (!Append(tag, local) || !Append(tag, value)) return false;
-    ++kept;
-  }
-  return true;
-}
-
-void PullParser::OnStart(void* self, const XML_Char* name, const XML_Char** attributes) noexcept {
-  auto& parser = *static_cast<PullParser*>(self);
-  if (parser.result_ != Result::kTag) return;  // a namespace of this tag is at fault
-  if (++parser.depth_ > kMaxDepth) return parser.Fail(Result::kMalformed);
-  if (!parser.StoreTag(name, false) || !parser.StoreAttributes(attributes)) return;
-  parser.Complete();
-}
-
-void PullParser::OnEnd(void* self, const XML_Char* name) noexcept {
-  auto& parser = *static_cast<PullParser*>(self);
-  --parser.depth_;
-  // For an element without content both calls come in one go.
-  if (parser.stored_) {
-    parser.following().endFollows = true;
-  } else if (parser.result_ == Result::kTag && parser.StoreTag(name, true)) {
-    parser.Complete();
-  }
-}
-
-// The views are made last, since the text may move while it grows.
-void PullParser::Complete() {
-  Tag& tag = following();
-  const std::string_view name(tag.text.data());
-  const size_t local = LocalNameAt(name);
-  tag.namespaceUri = name.substr(0, local == 0 ? 0 : local - 1);
-  tag.localName = name.substr(local);
-  stored_ = true;
-  (void)XML_StopParser(parser_.get(), XML_TRUE);
-}
-
-void PullParser::OnText(void* self, const XML_Char* text, int size) noexcept {
-  auto& parser = *static_cast<PullParser*>(self);
-  const size_t count = std::min(static_cast<size_t>(size), kMaxContent - parser.content_.size());
-  if (!parser.content_.Append(text, count)) parser.Fail(Result::kNoMemory);
-}
-
-// Packages have no document types of their own; old office packages refer to one outside, which is
-// never fetched. Without declarations there are neither entities nor default values to multiply.
-void PullParser::OnDoctype(void* self, const XML_Char*, const XML_Char*, const XML_Char*,
-                           int hasSubset) noexcept {
-  if (hasSubset != 0) static_cast<PullParser*>(self)->Fail(Result::kMalformed);
-}
-
-void PullParser::OnNamespace(void* self, const XML_Char*, const XML_Char* uri) noexcept {
-  if (uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
-  static_cast<PullParser*>(self)->Fail(Result::kMalformed);
 }
 
 }  // namespace fi::xml

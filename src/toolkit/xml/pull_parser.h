@@ -1,27 +1,25 @@
-// The tags of an XML document one after the other, over Expat: it is stopped behind each tag and
-// goes on when the next one is asked for, so that a document is parsed as far as its reader reads.
-// UTF-8, UTF-16, ISO-8859-1 and US-ASCII are known. Names and values are UTF-8.
+// The tags of an XML document one after the other. Documents as programs write them are scanned; at
+// the first thing that the scanner leaves to others, Expat takes over: it parses what was read once
+// more, up to where the scanner stood.
 #ifndef FI_TOOLKIT_XML_PULL_PARSER_H_
 #define FI_TOOLKIT_XML_PULL_PARSER_H_
 
-#include <expat.h>
-
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <type_traits>
 
 #include "formatid/io.h"
 #include "toolkit/memory/growing_array.h"
+#include "toolkit/xml/expat_parser.h"
 #include "toolkit/xml/limits.h"
+#include "toolkit/xml/plain_scanner.h"
 
 namespace fi::xml {
 
 class PullParser {
  public:
-  enum class Result { kTag, kEndOfData, kMalformed, kNoMemory };
+  using Result = PullResult;
 
   // Reads the borrowed handle from its position, at first in pieces of `firstChunk` bytes, which
   // grow to `largestChunk`.
@@ -33,71 +31,43 @@ class PullParser {
   // Goes to the next tag. What it answers other than kTag stays the answer.
   Result Next();
 
-  // Of the current tag. Views are valid until the next call of Next. An element without content has
-  // a start and an end like every other.
-  bool isEnd() const { return tag().isEnd; }
-  std::string_view namespaceUri() const { return tag().namespaceUri; }
-  std::string_view localName() const { return tag().localName; }
+  // Of the current tag. Views are valid until the next call of Next or Content. An element without
+  // content has a start and an end like every other.
+  bool isEnd() const { return tagIsPlain_ ? plain_.isEnd() : expat_->isEnd(); }
+  std::string_view namespaceUri() const {
+    return tagIsPlain_ ? plain_.namespaceUri() : expat_->namespaceUri();
+  }
+  std::string_view localName() const {
+    return tagIsPlain_ ? plain_.localName() : expat_->localName();
+  }
 
-  // The value of the first attribute of that local name. A NUL stands behind it.
-  std::optional<std::string_view> Attribute(std::string_view localName) const;
-
-  // All that is kept of the tag; the values of its attributes point into it.
-  std::string_view TagText() const { return {tag().text.data(), tag().text.size()}; }
+  // The value of the first attribute of that local name. `*place`, where it is not null, is where
+  // it has a place of its own of at least its size and one byte more, among TagSize() bytes.
+  std::optional<std::string_view> Attribute(std::string_view localName, size_t* place = nullptr);
+  size_t TagSize() const { return TagText().size(); }
 
   // The character data between this tag and the next one, of which the first kMaxContent bytes are
   // kept: the last character may be cut. Valid until the next call of Next.
   std::string_view Content();
 
  private:
-  struct Tag {
-    bool isEnd = true;
-    bool endFollows = false;  // an element without content: its end is the next tag
-    std::string_view namespaceUri;
-    std::string_view localName;
-    size_t attributesAt = 0;
-    GrowingArray<char> text;  // the name, then names and values of attributes, each with its NUL
-  };
-
-  struct Free {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-  };
-
-  static void OnStart(void* self, const XML_Char* name, const XML_Char** attributes) noexcept;
-  static void OnEnd(void* self, const XML_Char* name) noexcept;
-  static void OnText(void* self, const XML_Char* text, int size) noexcept;
-  static void OnDoctype(void* self, const XML_Char* name, const XML_Char* systemId,
-                        const XML_Char* publicId, int hasSubset) noexcept;
-  static void OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) noexcept;
-
-  const Tag& tag() const { return tags_[current_]; }
-  Tag& following() { return tags_[1 - current_]; }
-
-  Result Advance();
-  XML_Status Feed();
-  uint32_t ReadChunk(char* buffer, uint32_t size);
-  bool StoreTag(std::string_view name, bool isEnd);
-  bool StoreAttributes(const XML_Char** attributes);
-  bool Expand(size_t bytes);
-  bool Append(Tag& tag, std::string_view text);
-  void Complete();
-  void Fail(Result result);
+  std::string_view TagText() const { return tagIsPlain_ ? plain_.TagText() : expat_->TagText(); }
+  std::optional<std::string_view> Decoded(std::string_view value, size_t place);
+  bool GoOn(PlainScanner::Step step);
+  bool ReadMore(size_t size);
 
   IOHandle* const handle_;
-  std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> parser_;
-  uint32_t chunk_;
+  const uint32_t firstChunk_;
   const uint32_t largestChunk_;
-  uint32_t fed_ = 0;
-  uint32_t expanded_ = 0;
-  uint32_t depth_ = 0;
-  Result result_ = Result::kTag;  // what stands behind the last tag, kTag while it is not known
-  bool endOfData_ = false;
-  bool suspended_ = false;
-  bool stored_ = false;     // the following tag is complete
-  bool readAhead_ = false;  // Content has read up to the following tag, or to the end
-  size_t current_ = 0;
-  std::array<Tag, 2> tags_;
-  GrowingArray<char> content_;
+  uint32_t chunk_;
+  bool isWhole_ = false;
+  bool tagIsPlain_ = true;
+  uint32_t delivered_ = 0;        // tags of the scanner
+  Result result_ = Result::kTag;  // other: the answer of Next from now on
+  GrowingArray<char> document_;   // with a NUL behind it
+  GrowingArray<char> decoded_;    // values that held references, each at its place
+  PlainScanner plain_;
+  std::unique_ptr<ExpatParser> expat_;  // once it has taken over
 };
 
 }  // namespace fi::xml

@@ -29,9 +29,8 @@ struct Reader {
   PullParser parser;
   std::array<TagMap, kMaxMaps> maps{};
   size_t mapCount = 0;
-  // The values of the current tag's attributes, each from the place on at which it stands in the
-  // tag's text: it has no more units than bytes there, and a value does not move when others are
-  // asked for.
+  // The values of the current tag's attributes, each at its place in the tag: it has no more units
+  // than bytes there, and a value does not move when others are asked for.
   GrowingArray<char16_t> values;
 };
 
@@ -113,11 +112,10 @@ int32_t UTXMLGetAttribute(UTXMLReader* reader, uint32_t /*attributeNamespaceNumb
                           uint32_t* length) noexcept {
   Reader* const self = Of(reader);
   if (self == nullptr) return kXmlFailure;
-  const std::optional<std::string_view> found = self->parser.Attribute(localName);
-  if (!found.has_value()) return kXmlFailure;
-  const std::string_view text = self->parser.TagText();
-  if (!self->values.Resize(text.size())) return kXmlFailure;
-  char16_t* const out = self->values.data() + (found->data() - text.data());
+  size_t place = 0;
+  const std::optional<std::string_view> found = self->parser.Attribute(localName, &place);
+  if (!found.has_value() || !self->values.Resize(self->parser.TagSize())) return kXmlFailure;
+  char16_t* const out = self->values.data() + place;
   const size_t units = fi::WidenUtf8(*found, out, found->size());
   out[units] = 0;
   *value = out;

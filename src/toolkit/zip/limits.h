@@ -44,6 +44,14 @@ inline constexpr uint64_t kMaxInflated = uint64_t{64} * 1024 * 1024;
 // second of work, however a file makes its readers move.
 inline constexpr uint64_t kMaxInflatedByView = 3 * kMaxInflated;
 
+// Packed bytes that one view inflates, those inflated again included. Blocks without content cost
+// 50 ns a byte and yield nothing that the limits above would see; reading a deflated package from
+// its end takes four passes at most. A view in another container is not held by the size of a file,
+// since its bytes may be inflated themselves.
+inline constexpr uint64_t kMaxPasses = 4;  // over as many bytes as the file has
+inline constexpr uint64_t kFreeOfPasses = uint64_t{2} * 1024 * 1024;
+inline constexpr uint64_t kMaxPackedByNestedView = uint64_t{8} * 1024 * 1024;
+
 // Inflated bytes for each packed one, and how many can be read whatever the ratio. Text packs 5 to
 // 20 times, sheets of equal rows up to 100; deflate itself ends at 1032.
 inline constexpr uint64_t kMaxRatio = 256;

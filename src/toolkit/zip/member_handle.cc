@@ -43,7 +43,10 @@ int32_t StoredHandle::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uin
   if (from >= size_) return 0;
   size = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - from));
   if (size > kInputBlock) {
-    *count = view_.reader().ReadAt(data_ + from, buffer, size);
+    const auto kept = view_.Kept(data_ + from);
+    std::copy(kept.begin(), kept.end(), buffer);
+    const auto had = static_cast<uint32_t>(kept.size());
+    *count = had + view_.reader().ReadAt(data_ + from + had, buffer + had, size - had);
     return 0;
   }
   const auto input = view_.Input(data_ + from, size, size_ - from);
@@ -77,7 +80,7 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   size = static_cast<uint32_t>(std::min<uint64_t>(size, view_.inflatable()));
   uint32_t count = 0;
   while (count < size && !ended_) {
-    const uint64_t left = packedSize_ - consumed_;
+    const uint64_t left = std::min(packedSize_ - consumed_, view_.packable());
     std::span<const uint8_t> input;
     if (left > 0) input = view_.Input(data_ + consumed_, 1, left);
     input = input.first(std::min<uint64_t>(input.size(), left));
@@ -85,9 +88,9 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
     consumed_ += step.consumed;
     count += step.produced;
     ended_ = step.ended || (step.consumed == 0 && step.produced == 0);
+    view_.CountInflated(step.consumed, step.produced);
   }
   at_ += count;
-  view_.CountInflated(count);
   return count;
 }
 

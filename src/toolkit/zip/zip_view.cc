@@ -10,6 +10,14 @@
 #include "toolkit/zip/records.h"
 
 namespace fi::zip {
+namespace {
+
+uint64_t Packable(uint64_t fileSize, uint32_t nesting) {
+  if (nesting > 0) return kMaxPackedByNestedView;
+  return std::min(fileSize, kMaxInflatedByView) * kMaxPasses + kFreeOfPasses;
+}
+
+}  // namespace
 
 namespace {
 
@@ -37,7 +45,10 @@ int32_t OpenRepairedView(IOHandle* handle, uint32_t nesting, IOHandle** target) 
 }
 
 ZipView::ZipView(IOHandle* handle, uint32_t nesting)
-    : PositionedHandle({}, nesting), reader_(handle), fileSize_(reader_.Size()) {}
+    : PositionedHandle({}, nesting),
+      reader_(handle),
+      fileSize_(reader_.Size()),
+      packable_(Packable(fileSize_, nesting)) {}
 
 int32_t ZipView::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   *count = reader_.ReadAt(static_cast<uint64_t>(offset), buffer, size);
@@ -60,15 +71,21 @@ int32_t ZipView::TellName(IOMemberName* question) {
   return 0;
 }
 
-std::span<const uint8_t> ZipView::Input(uint64_t offset, uint32_t least, uint64_t most) {
+std::span<const uint8_t> ZipView::Kept(uint64_t offset) const {
   const uint64_t skipped = offset - inputOffset_;
-  if (offset < inputOffset_ || skipped > inputSize_ || inputSize_ - skipped < least) {
-    const auto wanted = static_cast<uint32_t>(std::min<uint64_t>(most, kInputBlock));
-    inputSize_ = reader_.ReadAt(offset, input_.data(), std::max(least, wanted));
-    inputOffset_ = offset;
-    return {input_.data(), inputSize_};
-  }
+  if (offset < inputOffset_ || skipped > inputSize_) return {};
   return std::span<const uint8_t>(input_).subspan(skipped, inputSize_ - skipped);
+}
+
+std::span<const uint8_t> ZipView::Input(uint64_t offset, uint32_t least, uint64_t most) {
+  const std::span<const uint8_t> kept = Kept(offset);
+  if (!kept.empty() && kept.size() >= least) return kept;
+  const auto had = static_cast<uint32_t>(kept.size());
+  std::copy(kept.begin(), kept.end(), input_.begin());
+  const auto wanted = std::max(least, static_cast<uint32_t>(std::min<uint64_t>(most, kInputBlock)));
+  inputSize_ = had + reader_.ReadAt(offset + had, input_.data() + had, wanted - had);
+  inputOffset_ = offset;
+  return {input_.data(), inputSize_};
 }
 
 std::unique_ptr<Inflater> ZipView::TakeInflater() {

@@ -40,15 +40,24 @@ class ZipView final : public io::PositionedHandle {
   // Bytes of the file from `offset` on, which stay until the next call: at least `least`, unless
   // the file ends before, and up to `most` if they have to be read. REQUIRES: least and most are
   // not above kInputBlock.
+  // What is there already is not read again: in a deflated container that would be a move backward.
   std::span<const uint8_t> Input(uint64_t offset, uint32_t least, uint64_t most);
+
+  // What the last Input left from `offset` on.
+  std::span<const uint8_t> Kept(uint64_t offset) const;
 
   // An inflater at the start of a stream, null when memory runs out; and back, for the next member.
   std::unique_ptr<Inflater> TakeInflater();
   void GiveBack(std::unique_ptr<Inflater> inflater);
 
-  // How many bytes may still be inflated, and the report of those that were.
+  // How many bytes may still be inflated, packed and inflated, and the report of those that were.
+  // REQUIRES: packed <= packable().
+  uint64_t packable() const { return packable_; }
   uint64_t inflatable() const { return inflatable_; }
-  void CountInflated(uint64_t bytes) { inflatable_ -= bytes < inflatable_ ? bytes : inflatable_; }
+  void CountInflated(uint64_t packed, uint64_t bytes) {
+    packable_ -= packed;
+    inflatable_ -= bytes < inflatable_ ? bytes : inflatable_;
+  }
 
   int32_t OtherInfo(uint32_t code, void* out) override;
 
@@ -67,6 +76,7 @@ class ZipView final : public io::PositionedHandle {
   const uint64_t fileSize_;
   Directory directory_;
   std::unique_ptr<Inflater> idle_;
+  uint64_t packable_;
   uint64_t inflatable_ = kMaxInflatedByView;
 
   std::array<char, kMaxName + 1> name_;  // that was told last
