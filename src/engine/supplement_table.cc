@@ -480,6 +480,7 @@ constexpr std::string_view kRows[] = {
     "at(2048) 89 'HDF' -> probe 3147",
     "at(4) 'jP  ' 0D 0A 87 0A -> 1646",  // JPEG 2000 of another brand
     "at(4) 'ftyp' -> 1723",  // ISO media whose first box is damaged
+    "-> probe 3122",  // modules, cartridges, databases and others within the first 2 KB
     "atend(-512) 'koly' -> probe 3041",  // Apple disk image
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
 
@@ -541,7 +542,12 @@ constexpr std::string_view kRows[] = {
     "ext('DCX') at(12) 0A 00 oneof(60,E0) 01 -> 3159",
 
     "-> probe 3040",  // ISO 9660, UDF: 32 KB into the file
-    "-> probe 3058",  // volumes and others, by marks behind the start; behind discs, which may hold such tables too
+    "rw 00 -> probe 3058",  // volumes, by how their first sector begins; behind discs, which may hold them
+    "rw 33 -> probe 3058",
+    "rw range1(E9-EB) -> probe 3058",
+    "rw FA -> probe 3058",
+    "rw 'E' -> probe 3058",
+    "rw 'L' -> probe 3058",
 };
 // clang-format on
 

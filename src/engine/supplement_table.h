@@ -11,10 +11,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 468;
+inline constexpr size_t kSupplementRows = 474;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 8642;
+inline constexpr size_t kSupplementTableSize = 8700;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;

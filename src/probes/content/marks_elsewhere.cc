@@ -24,8 +24,6 @@ constexpr auto kAdvanceLogo = "\x24\xFF\xAE\x51\x69\x9A\xA2\x21"sv;
 constexpr auto kBoyLogo = "\xCE\xED\x66\x66\xCC\x0D\x00\x0B"sv;
 
 constexpr Mark kMarks[] = {
-    {3, "NTFS    "sv, kFormatNtfsVolume},
-    {3, "EXFAT   "sv, kFormatFatVolume},
     {4, "\xEF\xCD\xAB\x89"sv, kFormatEseDatabase},
     {4, "TFL3"sv, kFormatTensorFlowLite},
     {4, "\xF8\x72\x6F\xBA"sv, kFormatLosslessAudio},
@@ -53,9 +51,6 @@ constexpr Mark kMarks[] = {
     {260, kBoyLogo, kFormatCartridgeImage},
     {344, "n+1\0"sv, kFormatNifti},
     {344, "ni1\0"sv, kFormatNifti},
-    {512, "EFI PART"sv, kFormatPartitionTable},
-    {1024, "H+\x00\x04"sv, kFormatHfsVolume},
-    {1024, "HX\x00\x05"sv, kFormatHfsVolume},
     // ProTracker by the number of its channels.
     {1080, "M.K."sv, kFormatProTracker},
     {1080, "M!K!"sv, kFormatProTracker},
@@ -64,6 +59,26 @@ constexpr Mark kMarks[] = {
     {1080, "6CHN"sv, kFormatProTracker},
     {1080, "8CHN"sv, kFormatProTracker},
 };
+
+constexpr Mark kVolumeMarks[] = {
+    {3, "NTFS    "sv, kFormatNtfsVolume},       {3, "EXFAT   "sv, kFormatFatVolume},
+    {512, "EFI PART"sv, kFormatPartitionTable}, {1024, "H+\x00\x04"sv, kFormatHfsVolume},
+    {1024, "HX\x00\x05"sv, kFormatHfsVolume},
+};
+
+template <size_t kCount>
+FormatId FindMark(const Head& head, const Mark (&marks)[kCount]) {
+  const std::string_view bytes = head.View();
+  for (const Mark& mark : marks) {
+    const size_t end = mark.offset + mark.bytes.size();
+    if (end > bytes.size()) continue;
+    if (bytes[mark.offset] == mark.bytes[0] &&
+        bytes.substr(mark.offset, mark.bytes.size()) == mark.bytes) {
+      return mark.id;
+    }
+  }
+  return kNoMatch;
+}
 
 // A boot sector of FAT: its closing mark, and the name of the kind that DOS 4 and later write.
 bool IsFatBootSector(const Head& head) {
@@ -100,18 +115,15 @@ bool IsApplePartitionMap(const Head& head) {
 
 FormatId MarkElsewhereProbe(IdentificationStream* stream) {
   const Head head(stream, 0);
-  const std::string_view bytes = head.View();
-  for (const Mark& mark : kMarks) {
-    const size_t end = mark.offset + mark.bytes.size();
-    if (end > bytes.size()) continue;
-    if (bytes[mark.offset] == mark.bytes[0] &&
-        bytes.substr(mark.offset, mark.bytes.size()) == mark.bytes) {
-      return mark.id;
-    }
-  }
+  if (const FormatId id = FindMark(head, kMarks); id != kNoMatch) return id;
+  return IsAnimation(head) ? kFormatFlicAnimation : kNoMatch;
+}
+
+FormatId VolumeProbe(IdentificationStream* stream) {
+  const Head head(stream, 0);
+  if (const FormatId id = FindMark(head, kVolumeMarks); id != kNoMatch) return id;
   if (IsFatBootSector(head)) return kFormatFatVolume;
   if (IsExtVolume(head)) return kFormatExtVolume;
-  if (IsAnimation(head)) return kFormatFlicAnimation;
   return IsApplePartitionMap(head) ? kFormatPartitionTable : kNoMatch;
 }
 

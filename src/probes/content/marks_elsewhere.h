@@ -11,6 +11,9 @@ namespace fi {
 // The identifier of the format, or kNoMatch. Looks at the first 2 KB.
 FormatId MarkElsewhereProbe(IdentificationStream* stream);
 
+// The same for volumes and partition tables, which the images of other formats may hold.
+FormatId VolumeProbe(IdentificationStream* stream);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_CONTENT_MARKS_ELSEWHERE_H_
