@@ -7,6 +7,7 @@
 #include "platform/format_ids.h"
 #include "probes/content/plain_text.h"
 #include "probes/file_bytes.h"
+#include "probes/media/ogg.h"
 #include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
@@ -51,6 +52,8 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
     case kFormatPlainCodePageText:
     case kFormatPlainUtf8Text:
       return Content(TextFormatProbe(run.stream, run.extension.data()));
+    case kFormatOgg:
+      return Content(OtherOggCodecProbe(run.stream));
     case kFormatZip:
       return Content(PackageSupplement(run.stream->handle));
     case kFormatOutlookMessage:

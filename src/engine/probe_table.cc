@@ -16,6 +16,7 @@
 #include "probes/content/afp.h"
 #include "probes/content/card_calendar.h"
 #include "probes/content/chat_log.h"
+#include "probes/content/der_objects.h"
 #include "probes/content/dif.h"
 #include "probes/content/dxf_text.h"
 #include "probes/content/encoded_text.h"
@@ -28,6 +29,8 @@
 #include "probes/content/link_text.h"
 #include "probes/content/mail.h"
 #include "probes/content/marker_sequence.h"
+#include "probes/content/marks_elsewhere.h"
+#include "probes/content/openpgp_packets.h"
 #include "probes/content/pcapng.h"
 #include "probes/content/pdf_header.h"
 #include "probes/content/pict.h"
@@ -35,6 +38,7 @@
 #include "probes/content/ptf_header.h"
 #include "probes/content/record_triplet.h"
 #include "probes/content/registry_hive.h"
+#include "probes/content/resource_fork.h"
 #include "probes/content/sfnt.h"
 #include "probes/content/text_version.h"
 #include "probes/content/torrent.h"
@@ -238,6 +242,7 @@ constexpr ProbeEntry kProbes[] = {
     {3040, OfStream<OpticalDiscProbe>},
     {3041, OfStream<AppleDiskImageProbe>},
     {3042, OfStream<VirtualHardDiskProbe>},
+    {3058, OfStream<VolumeProbe>},
     {3065, OfStream<IconProbe>},
     {3067, OfStream<AppleIconProbe>},
     {3070, OfStream<AnymapProbe>},
@@ -246,6 +251,7 @@ constexpr ProbeEntry kProbes[] = {
     {3096, OfStream<Ac3Probe>},
     {3111, OfStream<MatroskaProbe>},
     {3114, OfStream<TransportStreamProbe>},
+    {3122, OfStream<MarkElsewhereProbe>},
     {3130, OfStream<OpenTypeCffProbe>},
     {3131, OfStream<WoffProbe>},
     {3132, OfStream<Woff2Probe>},
@@ -263,10 +269,13 @@ constexpr ProbeEntry kProbes[] = {
     {3221, OfStream<PcapngProbe>},
     {3223, OfStream<RegistryHiveProbe>},
     {3231, OfStream<TorrentProbe>},
+    {3233, OfStream<OpenPgpProbe>},
+    {3234, OfStream<DerObjectProbe>},
     {3244, OfStream<StlProbe>},
     {3245, OfStream<GltfProbe>},
     {3247, OfStream<ThreeDStudioProbe>},
     {3250, OfStream<ShapefileProbe>},
+    {3287, OfStream<ResourceForkProbe>},
     {4050, OfStream<EncodedTextProbe>},
     {5004, OfStream<PictHeaderProbe>},
     {6100, OfStream<Ad1Probe>},

@@ -25,6 +25,7 @@ constexpr std::string_view kRows[] = {
     "rw FD '7zXZ' 00 00 oneof(00,01) -> 3020",  // XZ: check none, CRC32
     "rw FD '7zXZ' 00 00 oneof(04,0A) -> 3020",  // XZ: check CRC64, SHA-256
     "rw 28 B5 2F FD -> probe 3021",  // Zstandard
+    "rw range1(22-27) B5 2F FD -> 3021",  // Zstandard 0.2 to 0.7
     "rw range1(50-5F) 2A 4D 18 -> probe 3021",  // Zstandard behind a skippable frame
     "rw 'BZh' range1(31-39) '1AY&SY' -> 3022",  // BZIP2: first block
     "rw 'BZh' range1(31-39) 17 'rE8P' 90 -> 3022",  // BZIP2 of nothing
@@ -66,15 +67,17 @@ constexpr std::string_view kRows[] = {
     "rw '#?RADIANCE' oneof(0A,0D) -> 3069",  // Radiance HDR
     "rw '#?RGBE' oneof(0A,0D) -> 3069",  // Radiance HDR
     "rw 'P' range1(31-37) -> probe 3070",  // portable anymap
+    "rw 'P7 332' 0A -> 3070",  // thumbnail of three and two bits a colour
     "rw 'qoif' skip(8) oneof(03,04) oneof(00,01) -> 3071",  // QOI: channels, colour space
     "rw 'DDS ' 7C 00 00 00 -> 3072",  // DirectDraw surface: size of the header
     "rw 'gimp xcf file' 00 -> 3073",  // GIMP, first version
     "rw 'gimp xcf v' range3(30-39) 00 -> 3073",  // GIMP
     "rw 'SDPX' skip(4) 'V' -> 3074",  // DPX, big-endian
     "rw 'XPDS' skip(4) 'V' -> 3074",  // DPX, little-endian
-    "rw 'SIMPLE  =' range20(20-20) 'T' range50(20-7E) -> 3075",  // FITS: first card
+    "rw 'SIMPLE  =' range20(20-20) 'T' -> 3075",  // FITS: first card
     "rw 'AT&TFORM' skip(4) 'DJV' range1(49-55) -> 3076",  // DjVu: DJVI, DJVM, DJVU
     "rw 'AT&TFORM' skip(4) 'THUM' -> 3076",  // DjVu thumbnails
+    "rw 'SDJV' -> 3076",  // secure DjVu
     "rw 'FORM' skip(4) 'ILBM' -> 3077",  // IFF picture
     "rw 'FORM' skip(4) 'PBM ' -> 3077",  // IFF picture, chunky
     "rw AB 'KTX 11' BB 0D 0A 1A 0A -> 3078",  // Khronos texture
@@ -169,6 +172,7 @@ constexpr std::string_view kRows[] = {
     "rw 'ID;PMP' -> 3214",
     "rw 'ID;PSCALC' -> 3214",
     "rw 'ID;PCALC' -> 3214",
+    "rw 'ID;PQuattro' -> 3214",
 
     // Captures, system files, keys.
     "rw A1 B2 C3 D4 00 02 00 oneof(03,04) -> 3220",  // PCAP, big-endian
@@ -199,6 +203,264 @@ constexpr std::string_view kRows[] = {
     "rw 00 00 27 0A -> probe 3250",  // shapefile
     "rw FF FE FF 0E 'S' 00 'k' 00 'e' 00 't' 00 'c' 00 'h' 00 'U' 00 'p' 00 ' ' 00 'M' 00 -> 3251",  // SketchUp
 
+    // Archives, file systems and disk images.
+    "rw 'zPQ' range1(01-02) -> 3049",  // ZPAQ archive
+    "rw '7kSt' oneof(00,A0) -> 3049",
+    "rw 'LRZI' 00 -> 3050",  // Long range ZIP (LRZIP) data
+    "rw 'ALZ' 01 -> 3051",  // ALZ archive
+    "rw 'KWAJ' 88 F0 27 D1 -> 3052",  // KWAJ compressed data
+    "rw FF 06 00 00 'sNaPpY' -> 3053",  // Snappy framed data
+    "rw 'BSDIFF40' -> 3055",  // Binary patch (BSDIFF, VCDIFF)
+    "rw D6 C3 C4 oneof(00,53) -> 3055",
+    "rw 00 05 16 oneof(00,07) 00 range1(01-02) 00 -> 3056",  // AppleSingle or AppleDouble file
+    "rw 'MAR1' 00 -> 3057",  // Mozilla update archive (MAR)
+
+    // More images.
+    "rw 8A 'MNG' 0D 0A 1A 0A -> 3083",  // Multiple-image Network Graphics (MNG)
+    "rw 8B 'JNG' 0D 0A 1A 0A -> 3084",  // JPEG Network Graphics (JNG)
+    "rw 'FUJIFILMCCD-RAW' -> 3085",  // Fujifilm camera raw image (RAF)
+    "rw 00 'MRM' -> 3086",  // Minolta camera raw image (MRW)
+    "rw 'II' skip(4) 'HEAPCCDR' -> 3087",  // Canon camera raw image (CIFF)
+    "rw 'FOVb' 00 -> 3088",  // Sigma camera raw image (X3F)
+    "rw 'FOVb' skip(2) range1(00-04) 00 -> 3088",
+    "rw 97 'JB2' 0D 0A 1A 0A -> 3089",  // JBIG2 image
+
+    // Modules, sound and video of programs.
+    "rw 'Extended Module: ' -> 3120",  // FastTracker 2 module (XM)
+    "rw 'MTM' range1(10-1F) -> 3123",  // Module of another tracker (MTM, OKT, STM, MED, FAR, ULT)
+    "rw 'OKTASONG' -> 3123",
+    "rw 'FAR' FE -> 3123",
+    "rw 'GDM' FE -> 3123",
+    "rw 'MMD' range1(30-33) 00 -> 3123",
+    "rw 'MAS_UTrack_V00' -> 3123",
+    "rw 'DBM0' -> 3123",
+    "rw 'ASYLUM Music Format' -> 3123",
+    "rw oneof(50,52) 'SID' 00 range1(01-04) 00 -> 3124",  // SID music (PSID, RSID)
+    "rw 'SMK' oneof(32,34) skip(3) 00 -> 3125",  // Bink or Smacker video
+    "rw 'BIK' range1(61-7A) skip(3) 00 -> 3125",
+    "rw 'KB2' range1(61-7A) skip(3) 00 -> 3125",
+    "rw 'MPLS0' range3(30-39) -> 3127",  // Blu-ray disc navigation (playlist, index, clip)
+    "rw 'HDMV0' range3(30-39) -> 3127",
+    "rw 'INDX0' range3(30-39) -> 3127",
+    "rw 'MOBJ0' range3(30-39) -> 3127",
+    "rw 'DVDVIDEO-V' oneof(4D,54) oneof(47,53) -> 3128",  // DVD information (IFO)
+    "rw 'NSVf' skip(3) 00 -> 3129",  // Video in a container of its own (NSV, IVF, NUV, WTV, Y4M)
+    "rw 'NSVsVP' -> 3129",
+    "rw 'DKIF' 00 00 20 00 -> 3129",
+    "rw 'NuppelVideo' 00 -> 3129",
+    "rw B7 D8 00 20 '7I' DA 11 A6 'N' 00 07 E9 5E AD 8D -> 3129",
+    "rw 'YUV4MPEG2 ' -> 3129",
+
+    // Databases of libraries and systems.
+    "rw CE 9A 57 13 -> 3156",  // GNU dbm database
+    "rw 13 57 9A CE -> 3156",
+    "rw range1(CD-CF) 9A 57 13 -> 3156",
+    "rw 13 57 9A range1(CD-CF) -> 3156",
+    "rw 00 01 00 00 00 02 00 01 00 05 00 02 00 02 C0 -> 3157",  // FileMaker Pro database
+    "rw C0 'HBAM7' -> 3157",
+    "rw 00 skip(3) 00 00 ext('FPT') -> 3158",  // dBASE or FoxPro memo
+    "rw 00 skip(3) 00 00 ext('DCT') -> 3158",
+
+    // Books and scores.
+    "rw 06 06 ED F5 D8 1D 'F' E5 BD '1' EF E7 FE 't' B7 1D -> 3179",  // Adobe InDesign library, book or snippet
+    "rw 00 00 'IIXPR' 00 '?' -> 1622",  // QuarkXPress 3.3 for Windows
+    "rw 00 00 oneof(49,4D) oneof(49,4D) 'XPR' -> 3180",  // QuarkXPress document, other version
+    "rw range1(01-06) skip(3) 'BOBO' -> 3181",  // ClarisWorks or AppleWorks document
+    "rw 0F 'SIBELIUS' -> 3182",  // Sibelius score
+    "rw 'ENIGMA BINARY FILE' -> 3183",  // Finale score (ENIGMA)
+    "rw 'ENIGMA TRANSPORTABLE FILE' -> 3183",
+    "rw range1(14-19) 'FICHIER GUITAR' -> 3184",  // Guitar Pro score
+    "rw 'NB*' 00 -> 3185",  // Windows Journal note
+    "rw 'EP*' 00 -> 3186",  // Microsoft Document Imaging file (MDI)
+    "rw '%FDF-' range1(31-39) -> 3187",  // Forms data (FDF)
+    "rw 1C 01 00 00 02 00 04 1C 01 14 00 02 00 14 1C 01 -> 3189",  // FreeHand drawing, other version
+    "rw 'AGD' range1(31-34) -> 3189",
+    "rw 'ActiveMime' 00 00 01 -> 3190",  // Office data in an ActiveMime block
+
+    // Text formats told by their first words.
+    "rw 'OFXHEADER' oneof(3A,3D) -> 3219",  // Open Financial Exchange data
+
+    // Keys and messages in binary form.
+    "rw 00 00 00 20 01 01 00 skip(1) 'KBXf' -> 3237",  // OpenPGP keybox
+    "rw '.pfile' range1(02-05) 00 00 00 -> 3238",  // Rights-managed protected file (PFILE)
+
+    // Models of other programs.
+    "rw 'BLENDER' oneof(2D,5F) oneof(76,56) -> 3252",  // Blender scene
+    "rw 'BLENDER' range1(31-39) range1(30-39) '-' -> 3252",
+    "rw '3D Geometry File Format ' -> 3253",  // Rhino 3-D model (3DM)
+    "rw '#VRML V' range1(31-39) -> 3254",  // VRML world or Inventor scene
+    "rw '#Inventor V' -> 3254",
+    "rw 'V5_CFV2' 00 -> 3255",  // CATIA 5 document
+    "rw 'Version ' range1(31-39) skip(1) range1(30-39) ' JT' -> 3256",  // JT model
+    "rw 'FORM' skip(4) 'MC4D' -> 3257",  // Cinema 4D scene
+    "rw range1(00-FF) 'C4DC4D6' -> 3257",
+    "rw 'MC5' range1(30-39) skip(4) 'PRF5' -> 3257",
+    "rw 'DRACO' 00 -> 3258",  // Model or level of a game or program (Draco, MagicaVoxel, Quake)
+    "rw 'DRACO' range1(01-03) -> 3258",
+    "rw 'VOX ' range1(00-FF) 00 -> 3258",
+    "rw 'INTERQUAKEMODEL' 00 -> 3258",
+    "rw 'IDP' oneof(32,33) 0F 00 00 00 -> 3258",
+    "rw 'IDP2' 08 00 00 00 -> 3258",
+    "rw oneof(49,56) 'BSP' range1(10-3F) 00 00 00 -> 3258",
+    "rw 'FOR4' skip(4) 'Maya' -> 3258",
+    "rw 'FORM' skip(4) 'LWO' oneof(42,32) -> 3258",
+    "rw '3DMetafile' -> 3258",
+    "rw 'Caligari V' -> 3258",
+    "rw '#LcUStream-V' -> 3259",  // Navisworks model
+
+    // System files.
+    "rw 'MAM' 04 -> 3275",  // Windows prefetch file
+    "rw oneof(11,17) 00 00 00 'SCCA' -> 3275",
+    "rw oneof(1A,1E) 00 00 00 'SCCA' -> 3275",
+    "rw 1F 00 00 00 'SCCA' -> 3275",
+    "rw '0' 00 00 00 'LfLe' -> 3276",  // Windows event log, before Vista
+    "rw 'PReg' range1(01-02) 00 00 00 -> 3278",  // Windows policy registry file
+    "rw 'snoop' 00 00 00 -> 3279",  // Snoop packet capture
+    "rw 'PAGEDUMP' -> 3280",  // Windows crash dump
+    "rw 'PAGEDU64' -> 3280",
+    "rw 'Microsoft C/C++ MSF 7.00' 0D 0A -> 3281",  // Microsoft program database (PDB)
+    "rw 'Microsoft C/C++ program database 2.00' 0D 0A -> 3281",
+    "rw 00 00 00 00 20 00 00 00 FF FF 00 00 FF FF 00 00 -> 3282",  // Windows compiled resources
+    "rw 'Client UrlCache MMF Ver ' -> 3283",  // Internet Explorer URL cache
+    "rw 'CMMM' range1(14-30) 00 00 00 -> 3284",  // Windows thumbnail database (thumbcache)
+    "rw 9C CB CB 8D 13 'u' D2 11 91 'X' 00 C0 'OyV' A4 -> 3285",  // Windows address book
+    "rw 00 00 00 01 'Bud1' -> 3286",  // macOS folder settings
+    "rw 'TZif' oneof(00,32) -> 3288",  // Compiled time zone
+    "rw 'TZif' oneof(33,34) -> 3288",
+    "rw DE 12 04 95 00 00 -> 3289",  // Compiled message catalogue (MO)
+    "rw 95 04 12 DE 00 -> 3289",
+    "rw '<' B8 'd' 18 CA EF 9C 95 -> 3290",  // Qt translation
+    "rw 'LPKSHHRH' -> 3291",  // Journal of systemd
+    "rw 'DIRC' 00 00 00 range1(02-04) -> 3292",  // Git index or bundle
+    "rw '# v2 git bundle' 0A -> 3292",
+    "rw '# v3 git bundle' 0A -> 3292",
+    "rw 'TAPE' 00 00 03 00 -> 3293",  // Microsoft tape format backup
+    "rw '-rom1fs-' -> 3294",  // File system image (ROM, flash, XFS, Btrfs)
+    "rw 45 3D CD 28 -> 3294",
+    "rw 'UBI#' 01 -> 3294",
+    "rw '1' 18 10 06 -> 3294",
+    "rw 'XFSB' 00 00 -> 3294",
+    "rw 'AFF10' 0D 0A 00 -> 3298",  // Advanced forensic image (AFF)
+    "rw '7' 7F 06 oneof(82,83) 00 '-' E2 18 -> 3299",  // SQLite write-ahead log
+
+    // Code and firmware.
+    "rw 'BC' C0 DE -> 3355",  // LLVM bitcode
+    "rw DE C0 17 0B -> 3355",
+    "rw 03 02 23 07 00 -> 3356",  // SPIR-V module
+    "rw 07 23 02 03 00 -> 3356",
+    "rw 1B 'Lua' range1(40-5F) -> 3357",  // Lua bytecode
+    "rw 1B 'LJ' range1(01-02) -> 3357",
+    "rw 'dey' 0A -> 3358",  // Android runtime code (ODEX, VDEX, boot image)
+    "rw oneof(76,77) 'dex0' range2(30-39) 00 -> 3358",
+    "rw 'ANDROID!' -> 3358",
+    "rw 27 05 19 56 -> 3359",  // U-Boot image
+    "rw D0 0D FE ED 00 -> 3360",  // Flattened device tree
+    "rw 'UF2' 0A 57 51 5D 9E -> 3361",  // UF2 firmware image
+    "rw 'xclbin2' 00 -> 3362",  // FPGA configuration (Xilinx)
+    "rw 00 09 0F F0 0F F0 0F F0 0F F0 00 00 01 'a' -> 3362",
+    "rw AC ED 00 05 range1(70-7E) -> 3363",  // Java serialised objects
+    "rw 'NES' 1A -> 3364",  // Game cartridge image
+    "rw 80 37 12 40 -> 3364",
+    "rw 37 80 40 12 -> 3364",
+    "rw 40 12 37 80 -> 3364",
+    "rw 'LYNX' 00 range1(01-04) -> 3364",
+    "rw 01 'ATARI7800' -> 3364",
+    "rw 'C64 CARTRIDGE   ' -> 3364",
+    "rw 'COPYRIGHT BY SNK CORP' -> 3364",
+    "rw ' LICENSED BY SNK CORP' -> 3364",
+    "rw 'PCjr Cartridge image file' -> 3364",
+    "rw 'PFS0' range1(00-3F) range2(00-FF) 00 -> 3364",
+    "rw 'FDS' 1A -> 3364",
+    "rw 'C64S tape' -> 3365",  // Tape or floppy image of a home computer
+    "rw 'C64 tape image' -> 3365",
+    "rw 'C64-TAPE-RAW' -> 3365",
+    "rw 'ZXTape!' 1A -> 3365",
+    "rw 'UEF File!' 00 -> 3365",
+    "rw 'WOZ' oneof(31,32) FF 0A 0D 0A -> 3365",
+    "rw 'A2R' range1(31-33) FF 0A 0D 0A -> 3365",
+    "rw 'HXCPICFE' -> 3365",
+    "rw 'HXCHFEV3' -> 3365",
+    "rw 'MV - CPC' range1(00-FF) -> 3365",
+    "rw 'EXTENDED CPC DSK' -> 3365",
+    "rw oneof(49,50) 'WAD' skip(3) 00 -> 3366",  // Game data archive (WAD, PAK)
+    "rw 'PACK' skip(3) 00 skip(3) 00 -> 3366",
+
+    // Data sets of science.
+    "rw 93 'NUMPY' range1(01-03) 00 -> 3368",  // NumPy array (NPY)
+    "rw 'GGUF' range1(01-03) 00 00 00 -> 3369",  // GGUF model
+    "rw 'FEA1' 00 -> 3371",  // Feather data frame, version 1
+    "rw 'FEA1FEA1' -> 3371",
+    "rw 'HEADER RECORD*******LIB' -> 3373",  // SAS transport file or catalogue
+    "rw 00*12 C2 EA 81 'c' B3 14 11 CF BD 92 08 00 09 C7 31 8C 18 1F 10 11 -> 3373",
+    "rw range1(6C-73) range1(01-02) 01 00 -> 3374",  // Stata data, before version 13
+    "rw 0E 03 13 01 -> 3375",  // HDF4 data
+    "rw CD F3 00 01 00 00 FF FF -> 3376",  // Common data format (CDF)
+    "rw CD F2 range1(60-6F) 02 00 00 FF FF -> 3376",
+    "rw 00 00 FF FF 00 00 FF FF -> 3376",
+    "rw 'GRIB' skip(3) range1(01-02) -> 3377",  // Meteorological data (GRIB, BUFR)
+    "rw 'BUFR' skip(3) range1(02-04) -> 3377",
+    "rw 'NRRD000' range1(31-35) -> 3378",  // Nearly raw raster data (NRRD)
+    "rw 'CRAM' range1(01-03) -> 3380",  // CRAM sequence alignment
+    "rw 'WARC/' range1(30-31) -> 3382",  // Web archive (WARC, ARC)
+    "rw 'WARC/' 00 -> 3382",
+    "rw 'filedesc://' -> 3382",
+    "rw oneof(0C,0E) skip(7) '.FIT' -> 3383",  // Activity of a sports device (FIT)
+    "rw 'NITF0' range1(31-32) '.' range2(30-39) -> 3384",  // National imagery (NITF, NSIF)
+    "rw 'NSIF01.' -> 3384",
+    "rw 'ASTM-E57' -> 3385",  // Survey points (E57, OpenStreetMap PBF)
+    "rw 'root' 00 00 -> 3386",  // ROOT data
+    "rw range5(30-39) range1(61-7A) at(10) '22' range5(30-39) at(20) '4500' -> 3387",  // MARC library records
+
+    // Images and sound of other programs.
+    "rw 'CPT' range1(37-39) 'FILE' -> 3388",  // Corel Photo-Paint image
+    "rw 'AutoCAD Slide' -> 3389",  // AutoCAD slide
+    "rw 'VTF' 00 -> 3391",  // Valve texture (VTF)
+    "rw 'farbfeld' -> 3392",  // Farbfeld image
+    "rw 'BPG' FB -> 3393",  // BPG image
+    "rw 80 2A 5F D7 -> 3394",  // Cineon image
+    "rw 'ncif' -> 3395",  // Haiku icon (HVIF)
+    "rw 'PGF' 02 -> 3396",  // Progressive graphics file (PGF)
+    "rw 'PGF' range1(34-39) skip(3) 00 -> 3396",
+    "rw 'msid' 01 -> 3397",  // MrSID image
+    "rw 'JG' oneof(03,04) 0E -> 3398",  // PictureThat, JG or ART image
+    "rw 'XFIR' skip(4) '39VM' -> 3399",  // Director or After Effects project (RIFX)
+    "rw 'RIFX' skip(4) 'MV93' -> 3399",
+    "rw 'RIFX' skip(4) 'Egg!' -> 3399",
+    "rw 'MS_VOICE' 00 -> 3400",  // Voice recorder audio (DVF, MSV)
+    "rw 'OFR ' range1(00-20) 00 -> 3401",  // Lossless audio of another program (OptimFROG, TAK, Shorten, MLP)
+    "rw 'tBaK' -> 3401",
+    "rw 'ajkg' range1(00-03) -> 3401",
+    "rw 'ea3' range1(00-04) 00 -> 3402",  // Sony OpenMG audio
+    "rw 'EA3' range1(01-03) 00 -> 3402",
+    "rw 'NESM' 1A -> 3403",  // Console game music (NSF, SPC, VGM)
+    "rw 'SNES-SPC700 Sound File Data' -> 3403",
+    "rw 'Vgm ' skip(3) 00 -> 3403",
+    "rw 7F FE 80 01 -> 3406",  // DTS audio
+    "rw FE 7F 01 80 -> 3406",
+    "rw 01 'fcp' -> 3407",  // Bitmap font (BDF, PCF)
+    "rw 'STARTFONT 2.' range1(30-39) -> 3407",
+
+    // Office and finance data of other programs.
+    "rw AC 9E BD 8F -> 3409",  // Quicken data
+    "rw 'WORKSHEET STORED BY MINITAB' -> 3415",  // Minitab worksheet
+    "rw 'Minitab Portable Workshe' -> 3415",
+    "rw '# AmiraMesh ' -> 3416",  // Amira mesh
+
+    // More text and data of programs.
+    "rw '#PES0' range2(30-39) '0' -> 3424",  // Embroidery design (PES)
+    "rw 'PTM_1.' range1(30-39) 0A -> 3428",  // Polynomial texture map
+    "rw 00 skip(3) 'STAK' -> 3430",  // HyperCard stack
+    "rw 'LBLSIZE=' range1(31-39) -> 3431",  // Planetary image (VICAR, PDS)
+    "rw 'PDS_VERSION_ID ' -> 3431",
+
+    // Fixed places and structures of further formats.
+    "rw 00 00 01 00 -> probe 3287",  // Macintosh resource fork
+    "rw 30 range1(80-84) -> probe 3234",  // CMS, certificates, PKCS #12: a sequence of more than 127 bytes
+    "rw range1(84-9A) -> probe 3233",  // OpenPGP, packets of the old form
+    "rw A3 range1(01-03) ext('GPG') -> 3233",  // OpenPGP, compressed
+    "rw A3 range1(01-03) ext('PGP') -> 3233",
+    "rw range1(C1-C6) -> probe 3233",  // OpenPGP, packets of the new form
+
     // dBASE by the versions in use, month and day of the last change.
     "rw 02 -> probe 3141",  // dBASE II, which has the date elsewhere
     "rw range1(03-05) skip(1) range1(01-0C) range1(01-1F) -> probe 3141",
@@ -224,6 +486,7 @@ constexpr std::string_view kRows[] = {
     "at(2048) 89 'HDF' -> probe 3147",
     "at(4) 'jP  ' 0D 0A 87 0A -> 1646",  // JPEG 2000 of another brand
     "at(4) 'ftyp' -> 1723",  // ISO media whose first box is damaged
+    "-> probe 3122",  // modules, cartridges, databases and others within the first 2 KB
     "atend(-512) 'koly' -> probe 3041",  // Apple disk image
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
 
@@ -275,8 +538,38 @@ constexpr std::string_view kRows[] = {
     "rw 'ID3' range1(02-04) ext('MP3') -> 3094",  // MPEG audio: a tag, and no sound that is known
     "rw FF range1(E2-FD) ext('MP') -> 1710",  // MPEG audio: one frame
     "rw FF oneof(F0,F1) ext('AAC') -> 3095",  // AAC: one frame
+    "rw 28 B5 2F FD -> 3021",  // Zstandard
+    "rw '<!DOCTYPE ' ci(HTML) -> 3203",  // HTML
+    "rw '[' ci(AUTORUN) ']' -> 3419",  // settings of removable media
+    "rw 'ARROW1ARROW1' -> 3146",  // Arrow of nothing
+    "rw 'Kaydara FBX Binary  ' -> 3246",  // FBX
+    "rw '{' 5C 'pwi' -> 1177",  // Pocket Word
+    "rw 'RE~^' -> 1821",  // RAR before version 1.5
+    "rw 'MAC ' 00 00 -> 3098",  // Monkey's Audio
+    "rw ci(BEGMF) -> 1505",  // CGM, clear text
+    "rw FF FF 00 18 00 -> 1565",  // GEM metafile
+    "rw 'XFIR' skip(4) 'MDGF' -> 1703",  // Director
+    "rw 00 00 01 BA -> 1721",  // MPEG: pack of a program stream
+    "rw 30 26 B2 75 8E 66 CF 11 A6 D9 00 AA 00 62 CE 6C -> 1716",  // Advanced systems format
+    "rw 1A 'E' DF A3 ext('MK') -> 3111",  // Matroska
+    "rw 'ITSF' oneof(00,03) -> 2403",  // compiled HTML help
+    "rw 'EVF' 09 0D 0A FF 00 -> 6108",  // EnCase image
+    "rw range1(02-05) ext('DBF') skip(1) range1(01-0C) range1(01-1F) -> 3141",  // dBASE, by the date
+    "rw range1(30-32) ext('DBF') skip(1) range1(01-0C) range1(01-1F) -> 3141",
+    "rw range1(7B-FB) ext('DBF') skip(1) range1(01-0C) range1(01-1F) -> 3141",
+    "rw oneof(43,63) ext('DBF') skip(1) range1(01-0C) range1(01-1F) -> 3141",
+    "rw 02 ext('DBF') skip(2) range1(01-0C) -> 3141",
+    "ext('DBT') rw skip(3) 00 -> 3158",  // dBASE memo: fewer than 16 million blocks
+    "ext('CDX') at(12) 0A 00 oneof(60,E0) 01 -> 3159",  // FoxPro index: keys of ten characters, its kind
+    "ext('DCX') at(12) 0A 00 oneof(60,E0) 01 -> 3159",
 
     "-> probe 3040",  // ISO 9660, UDF: 32 KB into the file
+    "rw 00 -> probe 3058",  // volumes, by how their first sector begins; behind discs, which may hold them
+    "rw 33 -> probe 3058",
+    "rw range1(E9-EB) -> probe 3058",
+    "rw FA -> probe 3058",
+    "rw 'E' -> probe 3058",
+    "rw 'L' -> probe 3058",
 };
 // clang-format on
 

@@ -12,10 +12,10 @@
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 232;
+inline constexpr size_t kSupplementRows = 495;
 
 // Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 4339;
+inline constexpr size_t kSupplementTableSize = 9249;
 
 extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
 extern const SignatureIndex<kSupplementRows> kSupplementIndex;

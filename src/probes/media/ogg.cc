@@ -7,6 +7,7 @@
 #include "formatid/io.h"
 #include "platform/format_ids.h"
 #include "probes/buffered_scan.h"
+#include "probes/file_bytes.h"
 
 namespace fi {
 namespace {
@@ -137,6 +138,17 @@ FormatId OggProbe(IdentificationStream* stream) {
     page = ReadPageHeader(stream);
   }
   return IdOf(codecs);
+}
+
+FormatId OtherOggCodecProbe(IdentificationStream* stream) {
+  constexpr size_t kSegmentCount = 26;
+  const FileBytes<512> page(stream, 0);
+  const size_t packet = kSegmentCount + 1 + page.Byte(kSegmentCount);
+  if (page.Holds(packet,
+                 "\x7F"
+                 "FLAC"))
+    return kFormatOggFlac;
+  return page.Holds(packet, "Speex   ") ? kFormatSpeex : kNoMatch;
 }
 
 }  // namespace fi

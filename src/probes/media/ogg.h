@@ -12,6 +12,10 @@ namespace fi {
 // other Ogg file, or kNoMatch.
 FormatId OggProbe(IdentificationStream* stream);
 
+// The identifier for other codecs of an Ogg file, by its first packet: FLAC and Speex. kNoMatch for
+// all else.
+FormatId OtherOggCodecProbe(IdentificationStream* stream);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_MEDIA_OGG_H_

@@ -78,6 +78,8 @@ constexpr StreamRow kStreams[] = {
     {"StarDrawDocument3", kFormatStarOffice3},
     {"StarMathDocument", kFormatStarOffice3},
     {"StarWriterDocument", kFormatStarOffice3},
+    {"TravelLog", kFormatTravelLog},
+    {"WorksheetInfo", kFormatMinitab},
     {"\x04JSRV_SummaryInformation", kFormatIchitaro8},
 };
 

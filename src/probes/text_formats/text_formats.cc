@@ -10,9 +10,11 @@
 #include "probes/markup/markup.h"
 #include "probes/markup/message_history.h"
 #include "probes/text_formats/armour.h"
+#include "probes/text_formats/first_words.h"
 #include "probes/text_formats/iges.h"
 #include "probes/text_formats/json.h"
 #include "probes/text_formats/latex.h"
+#include "probes/text_formats/line_formats.h"
 #include "probes/text_formats/message_header.h"
 #include "probes/text_formats/postscript.h"
 #include "probes/text_formats/script.h"
@@ -46,8 +48,8 @@ FormatId MarkedFormat(IdentificationStream* stream, const TextHead& window) {
 using TextProbe = FormatId (*)(std::string_view text);
 
 // Each is certain of its own, so that the order carries no meaning.
-constexpr TextProbe kProbes[] = {ScriptProbe,  ArmourProbe, StepProbe,
-                                 StlTextProbe, IgesProbe,   LatexProbe};
+constexpr TextProbe kProbes[] = {ScriptProbe, ArmourProbe, StepProbe,      StlTextProbe,
+                                 IgesProbe,   LatexProbe,  FirstWordsProbe};
 
 }  // namespace
 
@@ -71,6 +73,9 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
     if (const FormatId id = probe(text); id != kNoMatch) return id;
   }
   if (const FormatId id = JsonProbe(text, window.isCut()); id != kNoMatch) return id;
+  if (const FormatId id = LineFormatProbe(text, window.isCut(), extension); id != kNoMatch) {
+    return id;
+  }
   if (const FormatId id = YamlProbe(text, extension); id != kNoMatch) return id;
   return MessageHeaderProbe(text, extension);
 }
