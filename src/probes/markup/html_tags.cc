@@ -77,4 +77,13 @@ bool HasHtmlTags(IdentificationStream* stream, const TextForm& form) {
   return !reader.MetNul() && (whole || std::popcount(seen) >= kEnoughTags);
 }
 
+bool IsHtmlFragment(std::string_view text, std::string_view extension) {
+  if (extension != "HTM" && extension != "HTML") return false;
+  text = SkipSpace(text);
+  if (!text.starts_with('<')) return false;
+  text.remove_prefix(1);
+  const size_t end = text.find_first_of(" \t\r\n/>");
+  return end != std::string_view::npos && BeginsHtml(text.substr(0, end));
+}
+
 }  // namespace fi

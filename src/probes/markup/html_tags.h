@@ -15,6 +15,10 @@ bool BeginsHtml(std::string_view name);
 // Whether the first kilobyte holds the tag of a whole document, or two that are typical.
 bool HasHtmlTags(IdentificationStream* stream, const TextForm& form);
 
+// Whether text of this extension (upper case) is a fragment of HTML: it bears the name of a page
+// and begins with the tag of an element that fragments begin with.
+bool IsHtmlFragment(std::string_view text, std::string_view extension);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_MARKUP_HTML_TAGS_H_

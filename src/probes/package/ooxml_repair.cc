@@ -1,11 +1,14 @@
 #include "probes/package/ooxml_repair.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 #include "engine/id_stream.h"
 #include "platform/format_ids.h"
+#include "platform/io.h"
 #include "platform/package.h"
 #include "platform/xml.h"
 #include "probes/package/ooxml.h"
@@ -40,6 +43,11 @@ constexpr std::string_view kFixedDocumentType =
 // Entries of the content types that are looked at. A presentation of a thousand slides has some
 // three thousand.
 constexpr uint32_t kMostEntries = 40000;
+
+// Bytes of damaged content types in which that of a main part is looked for, and the longest of
+// these with room to spare.
+constexpr uint32_t kDamagedBytes = 8192;
+constexpr size_t kLongestType = 128;
 
 enum : uint32_t { kTagDefault = 101, kTagOverride = 102 };
 constexpr UTXMLTagName kContentTypesTags[] = {{kTagDefault, "Default"}, {kTagOverride, "Override"}};
@@ -117,6 +125,27 @@ FormatId FormatByContentTypes(IOHandle* contentTypes, std::u16string_view target
   return entries.Decision();
 }
 
+// The content types may be no XML any more, but the attribute that tells is whole.
+FormatId FormatByDamagedContentTypes(IOHandle* contentTypes) {
+  constexpr std::string_view kAttribute = "ContentType=\"";
+  if (!io::Seek(contentTypes, kIoFromStart, 0)) return kFormatZip;
+  char buffer[kDamagedBytes];
+  std::string_view rest = ReadHead(contentTypes, buffer);
+  for (size_t at = rest.find(kAttribute); at != std::string_view::npos;
+       at = rest.find(kAttribute)) {
+    rest.remove_prefix(at + kAttribute.size());
+    const size_t size = std::min(rest.find('"'), rest.size());
+    if (size >= kLongestType || size == rest.size()) continue;
+    std::array<char16_t, kLongestType> contentType{};
+    std::transform(rest.begin(), rest.begin() + static_cast<ptrdiff_t>(size), contentType.begin(),
+                   [](char c) { return static_cast<char16_t>(static_cast<uint8_t>(c)); });
+    const std::u16string_view text(contentType.data(), size);
+    if (!IsMainType(text)) continue;
+    if (const FormatId id = FormatOfType(text); id != kFormatZip) return id;
+  }
+  return kFormatZip;
+}
+
 }  // namespace
 
 FormatId RepairedOfficeOpenXml(IOHandle* view) {
@@ -133,7 +162,8 @@ FormatId RepairedOfficeOpenXml(IOHandle* view) {
   }
   const io::OwnedHandle contentTypes = OpenMember(view, "[Content_Types].xml");
   if (contentTypes == nullptr) return kNoMatch;
-  const FormatId id = FormatByContentTypes(contentTypes.get(), target);
+  FormatId id = FormatByContentTypes(contentTypes.get(), target);
+  if (id == kFormatZip) id = FormatByDamagedContentTypes(contentTypes.get());
   if (id == kFormatZip) return kNoMatch;
   return package != nullptr && HasVersions(id) ? RefineByProperties(package.get(), id) : id;
 }

@@ -47,13 +47,7 @@ inline io::OwnedHandle OpenRepairedPackage(IOHandle* handle) {
 // The first bytes of a member that is open and at its start, up to the size of the buffer.
 template <size_t size>
 std::string_view ReadHead(IOHandle* member, char (&buffer)[size]) {
-  uint32_t filled = 0;
-  while (filled < size) {
-    const uint32_t count = io::Read(member, buffer + filled, static_cast<uint32_t>(size) - filled);
-    if (count == 0) break;
-    filled += count;
-  }
-  return {buffer, filled};
+  return {buffer, io::ReadFully(member, reinterpret_cast<uint8_t*>(buffer), size)};
 }
 
 }  // namespace fi

@@ -7,6 +7,7 @@
 #include "probes/content/link_text.h"
 #include "probes/content/pdf_header.h"
 #include "probes/content/x_pixmap.h"
+#include "probes/markup/html_tags.h"
 #include "probes/markup/markup.h"
 #include "probes/markup/message_history.h"
 #include "probes/text_formats/armour.h"
@@ -69,6 +70,7 @@ FormatId TextFormatProbe(IdentificationStream* stream, const char* extension) {
   }
   if (!isText) return kNoMatch;
   if (const FormatId id = XmlTextProbe(stream, window); id != kNoMatch) return id;
+  if (IsHtmlFragment(text, extension)) return kFormatHtml;
   for (const TextProbe probe : kProbes) {
     if (const FormatId id = probe(text); id != kNoMatch) return id;
   }
