@@ -56,8 +56,7 @@ std::u16string_view ExtensionOf(std::u16string_view name) {
 }
 
 // Whether the entry that the reader stands at is for the part. Deliberate: a target that begins
-// with
-// "/" fits no part name, though it may be the same part.
+// with a slash fits no part name, though it may be the same part.
 bool IsEntryOf(UTXMLReader* reader, uint32_t tag, std::u16string_view target) {
   if (tag == kTagDefault) {
     const std::u16string_view extension = Attribute(reader, "Extension");
