@@ -102,9 +102,11 @@ ExpatParser::Result ExpatParser::Advance() {
 
 XML_Status ExpatParser::Feed() {
   // A piece that is incomplete is parsed again from its start: each time as much is read again, so
-  // that the time stays linear.
-  const XML_Index parsed = XML_GetCurrentByteIndex(parser_.get());
-  const uint32_t pending = parsed < 0 || parsed > fed_ ? 0 : fed_ - static_cast<uint32_t>(parsed);
+  // that the time stays linear. Newer releases of Expat put that off, and do not know meanwhile
+  // where they stand.
+  const XML_Index at = XML_GetCurrentByteIndex(parser_.get());
+  if (at >= 0 && at <= fed_) parsed_ = static_cast<uint32_t>(at);
+  const uint32_t pending = fed_ - parsed_;
   if (pending >= kMaxPiece || fed_ == kMaxDocument) {
     Fail(Result::kMalformed);
     return XML_STATUS_ERROR;

@@ -91,6 +91,7 @@ class ExpatParser {
   uint32_t chunk_;
   const uint32_t largestChunk_;
   uint32_t fed_ = 0;
+  uint32_t parsed_ = 0;  // of it, as far as is known
   uint32_t items_ = 0;
   uint32_t depth_ = 0;
   Result result_ = Result::kTag;  // what stands behind the last tag, kTag while it is not known
