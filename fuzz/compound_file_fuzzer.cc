@@ -7,12 +7,13 @@
 #include <string>
 
 #include "formatid/io.h"
+#include "fuzz/input_handle.h"
 #include "platform/io.h"
-#include "toolkit/io/positioned_handle.h"
 #include "toolkit/storage/storage.h"
 
 namespace {
 
+using fi::fuzzing::InputHandle;
 using fi::io::OwnedHandle;
 
 constexpr const char* kStreams[] = {"WordDocument", "\005SummaryInformation",
@@ -27,30 +28,6 @@ constexpr int kMaxHandles = 64;  // opened for one input
 void Require(bool holds) {
   if (!holds) __builtin_trap();
 }
-
-// Counts what is read, of which the library may not do much more than the input is long.
-class InputHandle final : public fi::io::PositionedHandle {
- public:
-  InputHandle(const uint8_t* data, size_t size)
-      : PositionedHandle("input"), data_(data), size_(size) {}
-  ~InputHandle() override = default;
-
-  uint64_t reads = 0;
-
- protected:
-  int64_t Size() override { return static_cast<int64_t>(size_); }
-  int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override {
-    ++reads;
-    if (static_cast<uint64_t>(offset) >= size_) return 0;
-    *count = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - static_cast<uint64_t>(offset)));
-    std::copy_n(data_ + offset, *count, buffer);
-    return 0;
-  }
-
- private:
-  const uint8_t* data_;
-  size_t size_;
-};
 
 class Walk {
  public:

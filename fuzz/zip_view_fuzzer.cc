@@ -10,13 +10,14 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "fuzz/input_handle.h"
 #include "platform/io.h"
 #include "probes/package/package_supplement.h"
-#include "toolkit/io/positioned_handle.h"
 #include "toolkit/zip/limits.h"
 
 namespace {
 
+using fi::fuzzing::InputHandle;
 using fi::io::OwnedHandle;
 
 constexpr const char* kNames[] = {"", "/", "a", "A", "_rels/.rels", "[content_types].XML", "d/"};
@@ -29,30 +30,6 @@ constexpr int64_t kMostNested = 1 << 16;   // bytes of a member that is looked i
 void Require(bool holds) {
   if (!holds) __builtin_trap();
 }
-
-// Counts what is read of the input.
-class InputHandle final : public fi::io::PositionedHandle {
- public:
-  InputHandle(const uint8_t* data, size_t size)
-      : PositionedHandle("input"), data_(data), size_(size) {}
-  ~InputHandle() override = default;
-
-  uint64_t bytesRead = 0;
-
- protected:
-  int64_t Size() override { return static_cast<int64_t>(size_); }
-  int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override {
-    if (static_cast<uint64_t>(offset) >= size_) return 0;
-    *count = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - static_cast<uint64_t>(offset)));
-    std::copy_n(data_ + offset, *count, buffer);
-    bytesRead += *count;
-    return 0;
-  }
-
- private:
-  const uint8_t* data_;
-  size_t size_;
-};
 
 class Walk {
  public:

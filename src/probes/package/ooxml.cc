@@ -38,10 +38,6 @@ constexpr char kPropertiesType[] =
 constexpr char kStrictPropertiesType[] =
     "http://purl.oclc.org/ooxml/officeDocument/relationships/extendedProperties";
 
-enum : uint32_t { kTagDefault = 101, kTagOverride = 102, kTagTypes = 103 };
-constexpr UTXMLTagName kContentTypesTags[] = {
-    {kTagDefault, "Default"}, {kTagOverride, "Override"}, {kTagTypes, "Types"}};
-
 enum : uint32_t { kTagAppVersion = 101, kTagTitlesOfParts = 102, kTagVector = 201 };
 constexpr UTXMLTagName kPropertiesTags[] = {{kTagAppVersion, "AppVersion"},
                                             {kTagTitlesOfParts, "TitlesOfParts"}};
@@ -70,13 +66,7 @@ bool IsEntryOf(UTXMLReader* reader, uint32_t tag, std::u16string_view target) {
 // What the first entry for the part says that names a format; 1802 where there is none.
 FormatId FormatOfPart(IOHandle* contentTypes, std::u16string_view target) {
   xml::ScopedReader reader(contentTypes);
-  if (!reader ||
-      !AddTagMap(reader.get(), "http://schemas.openxmlformats.org/package/2006/content-types", 1,
-                 kContentTypesTags) ||
-      !AddTagMap(reader.get(), "http://schemas.microsoft.com/package/2005/06/content-types", 2,
-                 kContentTypesTags)) {
-    return kFormatZip;
-  }
+  if (!reader || !AddContentTypesTags(reader.get())) return kFormatZip;
   FormatId id = kFormatZip;
   UTXMLTag tag{};
   while (id == kFormatZip && NextElement(reader.get(), &tag)) {

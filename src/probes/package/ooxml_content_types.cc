@@ -74,7 +74,16 @@ FormatId FormatBy(const char16_t* contentType, Comparison fits) {
   return kFormatZip;
 }
 
+constexpr UTXMLTagName kTags[] = {
+    {kTagDefault, "Default"}, {kTagOverride, "Override"}, {kTagTypes, "Types"}};
+
 }  // namespace
+
+bool AddContentTypesTags(UTXMLReader* reader) {
+  return AddTagMap(reader, "http://schemas.openxmlformats.org/package/2006/content-types", 1,
+                   kTags) &&
+         AddTagMap(reader, "http://schemas.microsoft.com/package/2005/06/content-types", 2, kTags);
+}
 
 FormatId FormatOfContentType(const char16_t* contentType) {
   return FormatBy(contentType, BeginsWith);

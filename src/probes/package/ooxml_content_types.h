@@ -2,9 +2,18 @@
 #ifndef FI_PROBES_PACKAGE_OOXML_CONTENT_TYPES_H_
 #define FI_PROBES_PACKAGE_OOXML_CONTENT_TYPES_H_
 
+#include <cstdint>
+
 #include "formatid/formatid.h"
+#include "platform/xml.h"
 
 namespace fi {
+
+// Elements of "[Content_Types].xml", as the tag maps number them.
+enum : uint32_t { kTagDefault = 101, kTagOverride = 102, kTagTypes = 103 };
+
+// Registers them in both namespaces that they have had. False when that fails.
+bool AddContentTypesTags(UTXMLReader* reader);
 
 // The format of a terminated content type, in the generation of 2007 where versions are told apart;
 // 1802 when it names none.

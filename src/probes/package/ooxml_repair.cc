@@ -49,9 +49,6 @@ constexpr uint32_t kMostEntries = 40000;
 constexpr uint32_t kDamagedBytes = 8192;
 constexpr size_t kLongestType = 128;
 
-enum : uint32_t { kTagDefault = 101, kTagOverride = 102 };
-constexpr UTXMLTagName kContentTypesTags[] = {{kTagDefault, "Default"}, {kTagOverride, "Override"}};
-
 bool EqualAnyCase(std::u16string_view a, std::u16string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t left, char16_t right) {
     return FoldCase(left) == FoldCase(right);
@@ -108,18 +105,12 @@ void ReadEntry(UTXMLReader* reader, uint32_t tag, std::u16string_view target, En
 
 FormatId FormatByContentTypes(IOHandle* contentTypes, std::u16string_view target) {
   xml::ScopedReader reader(contentTypes);
-  if (!reader ||
-      !AddTagMap(reader.get(), "http://schemas.openxmlformats.org/package/2006/content-types", 1,
-                 kContentTypesTags) ||
-      !AddTagMap(reader.get(), "http://schemas.microsoft.com/package/2005/06/content-types", 2,
-                 kContentTypesTags)) {
-    return kFormatZip;
-  }
+  if (!reader || !AddContentTypesTags(reader.get())) return kFormatZip;
   Entries entries;
   UTXMLTag tag{};
   for (uint32_t i = 0; i < kMostEntries && entries.ofPart == kFormatZip; ++i) {
     if (!NextElement(reader.get(), &tag)) break;
-    if (tag.id == 0 || IsEndTag(tag)) continue;
+    if (IsEndTag(tag) || (tag.id != kTagDefault && tag.id != kTagOverride)) continue;
     ReadEntry(reader.get(), tag.id, target, &entries);
   }
   return entries.Decision();
