@@ -5,7 +5,7 @@
 #include <string>
 
 #include "fuzz/line_probe_run.h"
-#include "probes/content/encoded_text.h"
+#include "probes/encoded/encoded_text.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "engine/interpreter.h"
+#include "signature/interpreter.h"
 #include "tests/support/memory_handle.h"
 
 namespace {

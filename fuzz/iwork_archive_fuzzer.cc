@@ -12,10 +12,11 @@
 #include <cstring>
 #include <string>
 
+#include "api/driver.h"
 #include "platform/io.h"
 #include "platform/iwork.h"
-#include "probes/package/iwork_archive.h"
-#include "probes/package/iwork_records.h"
+#include "probes/iwork/iwork_archive.h"
+#include "probes/iwork/iwork_records.h"
 #include "tests/support/stream_storage.h"
 #include "toolkit/crypto/iwork_package.h"
 #include "toolkit/crypto/iwork_verifier.h"
@@ -39,7 +40,7 @@ FormatId Identify(const std::string& archive, bool narrow) {
   StreamStorage package({{"Index/Document.iwa", archive}});
   if (narrow) MakeNarrow(package);
   FormatId id = 7;
-  Require(fi::IworkArchiveProbe(&package, &id) == fi::kChainEnds);
+  Require(fi::IworkArchiveProbe(&package, fi::kHostJob, &id) == fi::kChainEnds);
   Require(package.opens() == package.closes());
   Require(id == 0 || id == 1390 || id == 1834 || id == 2273 || id == 2509);
   return id;

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "fuzz/line_probe_run.h"
-#include "probes/content/mail.h"
+#include "probes/mail/mail.h"
 
 namespace {
 

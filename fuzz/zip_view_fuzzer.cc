@@ -126,6 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   InputHandle input(data, size);
   Walk(input, size, kIoSourcePackage).Package(&input, 0);
   Walk(input, size, kIoSourceRepairedPackage).Package(&input, 0);
-  (void)fi::PackageSupplement(&input);
+  const fi::ScopedStream stream(&input);
+  if (stream) (void)fi::PackageSupplement(stream.get());
   return 0;
 }

@@ -4,18 +4,19 @@
 #include <optional>
 
 #include "api/extension.h"
+#include "api/password_relay.h"
 #include "api/protected_formats.h"
 #include "api/supplement.h"
-#include "engine/id_stream.h"
-#include "engine/interpreter.h"
-#include "engine/signature_walk.h"
 #include "platform/delimited_text.h"
-#include "platform/format_ids.h"
 #include "platform/io.h"
-#include "probes/content/plain_text.h"
+#include "probes/protection/rights_management.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/message_class.h"
-#include "probes/storage/rights_management.h"
+#include "probes/text/plain_text.h"
+#include "registry/format_ids.h"
+#include "signature/interpreter.h"
+#include "stream/id_stream.h"
+#include "tables/signature_table.h"
 
 namespace fi {
 namespace {
@@ -26,8 +27,6 @@ constexpr uint32_t kBehaviourDelimited = 2;
 
 // Beside them: the supplement is asked. It is no part of the option.
 constexpr uint32_t kBehaviourSupplement = 1u << 31;
-
-using ClassId = std::array<uint8_t, kClassIdSize>;
 
 // Takes the behaviour from the flags and publishes it, or from the option. An option that is not
 // set, or cannot be read, allows nothing.
@@ -170,13 +169,19 @@ uint32_t FinishMatch(SignatureRun& run, bool isProtected, uint32_t behaviour, Fo
   return kFiOk;
 }
 
+uint32_t IdentifyDecrypted(IOHandle* handle, FormatId* idOut) {
+  return IdentifyHandle(handle, 0, idOut, nullptr);
+}
+
 }  // namespace
+
+constinit const IdentificationJob kHostJob = {IdentifyDecrypted, RelayPasswordRequest};
 
 uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvidence* evidence) {
   FIEvidence unused{};
   if (evidence == nullptr) evidence = &unused;
   *evidence = {};
-  const ScopedStream stream(handle);
+  const ScopedStream stream(handle, kHostJob);
   if (!stream) {
     *idOut = kFormatUnknown;
     return FI_NO_STREAM;

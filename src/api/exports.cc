@@ -2,12 +2,12 @@
 #include <cstring>
 
 #include "api/driver.h"
-#include "api/no_throw.h"
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
 #include "platform/io.h"
-#include "probes/content/encoded_text.h"
+#include "platform/no_throw.h"
+#include "probes/encoded/encoded_text.h"
+#include "stream/id_stream.h"
 
 namespace {
 

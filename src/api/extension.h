@@ -2,8 +2,8 @@
 #ifndef FI_API_EXTENSION_H_
 #define FI_API_EXTENSION_H_
 
-#include "engine/interpreter.h"
 #include "formatid/io.h"
+#include "signature/interpreter.h"
 
 namespace fi {
 

@@ -1,6 +1,6 @@
 #include "api/password_relay.h"
 
-#include "api/no_throw.h"
+#include "platform/no_throw.h"
 
 namespace fi {
 

@@ -1,6 +1,6 @@
 #include "api/protected_formats.h"
 
-#include "platform/format_ids.h"
+#include "registry/format_ids.h"
 
 namespace fi {
 namespace {

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <iterator>
 
-#include "engine/signature_walk.h"
-#include "platform/format_ids.h"
-#include "probes/content/plain_text.h"
-#include "probes/file_bytes.h"
 #include "probes/media/ogg.h"
 #include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
-#include "probes/text_formats/text_formats.h"
+#include "probes/text/plain_text.h"
+#include "registry/format_ids.h"
+#include "stream/file_bytes.h"
+#include "tables/supplement_table.h"
+#include "tables/text_probes.h"
 
 namespace fi {
 namespace {
@@ -55,7 +55,7 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
     case kFormatOgg:
       return Content(OtherOggCodecProbe(run.stream));
     case kFormatZip:
-      return Content(PackageSupplement(run.stream->handle));
+      return Content(PackageSupplement(run.stream));
     case kFormatOutlookMessage:
     case kFormatOutlookItemTemplate:
       return Content(MapWideMessageClass(run.stream, id));

@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "engine/interpreter.h"
 #include "formatid/platform.h"
+#include "signature/interpreter.h"
 
 namespace fi {
 

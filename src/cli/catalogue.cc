@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "cli/json.h"
 #include "formatid/platform.h"
+#include "run/json.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 void AppendJsonFacts(const FIFormatFacts& facts, std::string& out) {
@@ -109,4 +109,4 @@ bool AppendDescription(FormatId id, CatalogueLayout layout, std::string& out) {
   return true;
 }
 
-}  // namespace fi::cli
+}  // namespace fi::app

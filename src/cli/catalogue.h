@@ -6,7 +6,7 @@
 
 #include "formatid/formatid.h"
 
-namespace fi::cli {
+namespace fi::app {
 
 enum class CatalogueLayout { kText, kJson, kCsv };
 
@@ -20,6 +20,6 @@ bool AppendDescription(FormatId id, CatalogueLayout layout, std::string& out);
 // Appends a field of a CSV record (RFC 4180).
 void AppendCsvField(std::string_view text, std::string& out);
 
-}  // namespace fi::cli
+}  // namespace fi::app
 
 #endif  // FI_CLI_CATALOGUE_H_

@@ -10,13 +10,13 @@
 
 #include "cli/catalogue.h"
 #include "cli/options.h"
-#include "cli/output.h"
-#include "cli/passwords.h"
 #include "cli/session.h"
 #include "cli/usage.h"
 #include "formatid/formatid.h"
+#include "run/output.h"
+#include "run/passwords.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 // Occupies standard descriptors that the caller closed, so that no file that is opened later takes
@@ -109,6 +109,6 @@ ExitCode Main(int count, const char* const* arguments) {
 }
 
 }  // namespace
-}  // namespace fi::cli
+}  // namespace fi::app
 
-int main(int count, char** arguments) { return fi::cli::Main(count, arguments); }
+int main(int count, char** arguments) { return fi::app::Main(count, arguments); }

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 // What the parser stores, before it is put together.
@@ -194,4 +194,4 @@ bool ParseOptions(int count, const char* const* arguments, Options& options, std
   return error.empty();
 }
 
-}  // namespace fi::cli
+}  // namespace fi::app

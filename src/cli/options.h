@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "cli/catalogue.h"
-#include "cli/identify.h"
-#include "cli/progress.h"
 #include "cli/report.h"
 #include "formatid/formatid.h"
+#include "run/identify.h"
+#include "run/progress.h"
 
-namespace fi::cli {
+namespace fi::app {
 
 enum class Task { kIdentify, kListFormats, kDescribe, kShowVersion, kShowHelp };
 
@@ -42,6 +42,6 @@ struct Options {
 // Fills `options`. False, with `error` set to one line, when the command line is wrong.
 bool ParseOptions(int count, const char* const* arguments, Options& options, std::string& error);
 
-}  // namespace fi::cli
+}  // namespace fi::app
 
 #endif  // FI_CLI_OPTIONS_H_

@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <charconv>
 
-#include "cli/base64.h"
-#include "cli/escape.h"
-#include "cli/json.h"
-#include "cli/utf8.h"
 #include "formatid/formatid.h"
+#include "run/base64.h"
+#include "run/escape.h"
+#include "run/json.h"
+#include "run/utf8.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 // Grows only when a key changes its meaning or goes away.
@@ -197,4 +197,4 @@ void Report::AppendJson(std::string_view path, const Answer& answer) {
   record_ += '}';
 }
 
-}  // namespace fi::cli
+}  // namespace fi::app

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "cli/answer.h"
+#include "run/answer.h"
 
-namespace fi::cli {
+namespace fi::app {
 
 enum class Layout { kText, kJson, kJsonLines };
 enum class Field { kName, kMime, kId, kExtensions };
@@ -44,6 +44,6 @@ class Report {
   bool isFirst_ = true;
 };
 
-}  // namespace fi::cli
+}  // namespace fi::app
 
 #endif  // FI_CLI_REPORT_H_

@@ -7,12 +7,12 @@
 #include <cerrno>
 #include <cstring>
 
-#include "cli/escape.h"
-#include "cli/file_walk.h"
-#include "cli/identify.h"
-#include "cli/path_list.h"
+#include "run/escape.h"
+#include "run/file_walk.h"
+#include "run/identify.h"
+#include "run/path_list.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 // A longer path stands out rather than pushing all answers to the right.
@@ -148,4 +148,4 @@ ExitCode Session::Run() {
   return exitCode_;
 }
 
-}  // namespace fi::cli
+}  // namespace fi::app

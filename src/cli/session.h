@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "cli/answer.h"
 #include "cli/options.h"
-#include "cli/output.h"
-#include "cli/progress.h"
 #include "cli/report.h"
+#include "run/answer.h"
+#include "run/output.h"
+#include "run/progress.h"
 
-namespace fi::cli {
+namespace fi::app {
 
 // How the command ends.
 enum ExitCode : int { kAllRead = 0, kSomeFailed = 1, kTrouble = 2 };
@@ -43,6 +43,6 @@ class Session {
 // Writes "formatid: SUBJECT: REASON" to standard error, escaped; an empty subject is left out.
 void Complain(std::string_view subject, std::string_view reason);
 
-}  // namespace fi::cli
+}  // namespace fi::app
 
 #endif  // FI_CLI_SESSION_H_

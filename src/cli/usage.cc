@@ -1,6 +1,6 @@
 #include "cli/usage.h"
 
-namespace fi::cli {
+namespace fi::app {
 
 constinit const std::string_view kHelp = R"(Usage: formatid [OPTION]... [--] PATH|-...
 Names the format of each PATH from its bytes; - is standard input.
@@ -46,4 +46,4 @@ Exit status: 0 all input was read; 1 some input could not be read, or is encrypt
 2 wrong usage, unusable passwords, or the output could not be written.
 )";
 
-}  // namespace fi::cli
+}  // namespace fi::app

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace fi::cli {
+namespace fi::app {
 
 inline constexpr std::string_view kShortUsage = "Usage: formatid [OPTION]... [--] PATH|-...\n";
 inline constexpr std::string_view kHelpHint = "Try 'formatid --help'.\n";
@@ -11,6 +11,6 @@ inline constexpr std::string_view kHelpHint = "Try 'formatid --help'.\n";
 // The answer to --help.
 extern const std::string_view kHelp;
 
-}  // namespace fi::cli
+}  // namespace fi::app
 
 #endif  // FI_CLI_USAGE_H_

@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "api/supplement.h"
-#include "engine/signature_table.h"
-#include "engine/signature_walk.h"
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
-#include "platform/format_ids.h"
 #include "platform/io.h"
+#include "registry/format_ids.h"
+#include "signature/signature_walk.h"
+#include "tables/signature_table.h"
 #include "tests/support/plain_walk.h"
 
 namespace fi {

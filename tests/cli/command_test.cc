@@ -23,7 +23,7 @@
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/samples.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 using testing::SampleBytes;
@@ -285,4 +285,4 @@ TEST_F(Command, HelpNamesOptionsThatExist) {
 }
 
 }  // namespace
-}  // namespace fi::cli
+}  // namespace fi::app

@@ -8,17 +8,17 @@
 #include <map>
 #include <string>
 
-#include "cli/base64.h"
 #include "cli/catalogue.h"
-#include "cli/escape.h"
-#include "cli/identify.h"
-#include "cli/json.h"
-#include "cli/passwords.h"
 #include "cli/report.h"
-#include "cli/utf8.h"
+#include "run/base64.h"
+#include "run/escape.h"
+#include "run/identify.h"
+#include "run/json.h"
+#include "run/passwords.h"
+#include "run/utf8.h"
 #include "tests/support/samples.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 using testing::Sample;
@@ -128,4 +128,4 @@ TEST(Passwords, AnswerWithinTheRoomOfTheRequest) {
 }
 
 }  // namespace
-}  // namespace fi::cli
+}  // namespace fi::app

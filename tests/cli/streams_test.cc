@@ -11,10 +11,10 @@
 #include <thread>
 #include <vector>
 
-#include "cli/output.h"
-#include "cli/path_list.h"
+#include "run/output.h"
+#include "run/path_list.h"
 
-namespace fi::cli {
+namespace fi::app {
 namespace {
 
 // In packet mode: the sizes of the pieces that are read are those of the writes.
@@ -113,4 +113,4 @@ TEST(Output, WaitsForASlowReaderOfANonBlockingPipe) {
 }
 
 }  // namespace
-}  // namespace fi::cli
+}  // namespace fi::app

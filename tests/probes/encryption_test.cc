@@ -1,5 +1,6 @@
 // Encrypted packages over a stand-in of the toolkit's decryption.
-#include "probes/storage/encryption.h"
+#include "probes/protection/encryption.h"
+#include "api/driver.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "probes/storage/encrypted_package.h"
+#include "probes/protection/encrypted_package.h"
 #include "tests/support/memory_handle.h"
 #include "tests/support/samples.h"
 #include "tests/support/storage_samples.h"
@@ -94,8 +95,9 @@ TEST(DecryptAndReidentify, StatusIdentifierAndHandles) {
     Decryption plan{test.status, test.handles};
     decryption = &plan;
     MemoryHandle document("");
+    const ScopedStream stream(&document, kHostJob);
     FormatId id = 7;
-    EXPECT_EQ(DecryptAndReidentify(&document, &id, Decrypt), test.result) << test.name;
+    EXPECT_EQ(DecryptAndReidentify(stream.get(), &id, Decrypt), test.result) << test.name;
     EXPECT_EQ(id, test.id) << test.name;
     EXPECT_EQ(plan.closed, test.closed) << test.name;
   }
@@ -111,7 +113,7 @@ TEST(EncryptedPackage, Samples) {
       Decryption plan{status, status == 0 ? "P" : ""};
       decryption = &plan;
       StorageHandle handle(testing::SampleStorage(sample.columns[6]));
-      const ScopedStream stream(&handle);
+      const ScopedStream stream(&handle, kHostJob);
       FormatId id = 0xFFFF;
       EXPECT_EQ(ClassifyEncryptedPackage(stream.get(), extension.c_str(), &id, Decrypt),
                 std::stoul(sample.columns[1]));

@@ -1,5 +1,6 @@
 // iWork archives, plain and encrypted, in packages that are doubles.
-#include "probes/package/iwork_archive.h"
+#include "probes/iwork/iwork_archive.h"
+#include "api/driver.h"
 
 #include <gtest/gtest.h>
 
@@ -61,7 +62,7 @@ Answer Identify(std::vector<StorageNode> members, uint32_t mostPerRead = UINT32_
   package.mostPerRead = mostPerRead;
   package.has64Bit = mostPerRead == UINT32_MAX;
   FormatId id = 7;
-  const GoOn result = IworkArchiveProbe(&package, &id);
+  const GoOn result = IworkArchiveProbe(&package, kHostJob, &id);
   EXPECT_EQ(package.openedFlags.size(), package.closes);
   EXPECT_EQ(package.closedEarly, 0u);
   return {id, result};

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "formatid/platform.h"
-#include "probes/content/encoded_text.h"
-#include "probes/content/line_reader.h"
-#include "probes/content/mail.h"
+#include "probes/encoded/encoded_text.h"
+#include "probes/mail/mail.h"
+#include "stream/line_reader.h"
 #include "tests/support/probe_run.h"
 #include "tests/support/samples.h"
 

@@ -96,7 +96,7 @@ TEST(PackageProbes, FilesThatAreNoPackage) {
   };
   handle.operations = &careless;
   EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0})) << "a host that opens nothing, and says it did";
-  EXPECT_EQ(PackageSupplement(&handle), kNoMatch);
+  EXPECT_EQ(PackageSupplement(ScopedStream(&handle).get()), kNoMatch);
   EXPECT_EQ(handle.closes, 0u);
 }
 

@@ -48,16 +48,16 @@ TEST(PackageSupplement, Samples) {
       EXPECT_EQ(PackageProbe(stream.get(), &extra), 1802) << "not for the supplement";
     }
     whole.reads = 0;
-    EXPECT_EQ(PackageSupplement(&whole), sample.Number(0));
+    EXPECT_EQ(PackageSupplement(ScopedStream(&whole).get()), sample.Number(0));
 
     MemoryHandle slow(file);
     slow.mostPerRead = 1;
     slow.has64Bit = false;
-    EXPECT_EQ(PackageSupplement(&slow), sample.Number(0)) << "byte by byte";
+    EXPECT_EQ(PackageSupplement(ScopedStream(&slow).get()), sample.Number(0)) << "byte by byte";
     for (uint64_t call = 1; call <= whole.reads; ++call) {
       MemoryHandle failing(file);
       failing.failingRead = call;
-      (void)PackageSupplement(&failing);
+      (void)PackageSupplement(ScopedStream(&failing).get());
     }
   }
 }

@@ -1,5 +1,5 @@
 // What is no matter of samples; those are in tests/data/probes/plain_text.txt.
-#include "probes/content/plain_text.h"
+#include "probes/text/plain_text.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "engine/probe_table.h"
+#include "signature/probe_lookup.h"
 #include "tests/support/probe_run.h"
 
 namespace fi {
@@ -25,7 +25,7 @@ TEST(ProbeCodes, HaveTheirAnswers) {
     const char* file;
   } probes[] = {
       {1108, "word_pro"},
-      {1416, "worksheet_version"},
+      {1416, "lotus_worksheet"},
       {1417, "works_mac"},
       {1505, "cgm"},
       {1518, "macpaint"},
@@ -38,7 +38,7 @@ TEST(ProbeCodes, HaveTheirAnswers) {
       {1721, "mpeg_stream"},
       {1726, "riff"},
       {1803, "tar"},
-      {1814, "executable"},
+      {1814, "dos_executable"},
       {1820, "cabinet"},
       {2405, "font_collection"},
       {3021, "zstandard"},

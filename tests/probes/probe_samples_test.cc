@@ -5,34 +5,35 @@
 #include <string>
 
 #include "formatid/platform.h"
-#include "probes/content/card_calendar.h"
-#include "probes/content/chat_log.h"
-#include "probes/content/dif.h"
-#include "probes/content/dxf_text.h"
-#include "probes/content/eps_preview.h"
-#include "probes/content/escape_sequence.h"
-#include "probes/content/header_checksum.h"
-#include "probes/content/high_byte_density.h"
-#include "probes/content/hpgl.h"
-#include "probes/content/link_text.h"
-#include "probes/content/marker_sequence.h"
-#include "probes/content/pdf_header.h"
-#include "probes/content/pict.h"
-#include "probes/content/plain_text.h"
-#include "probes/content/ptf_header.h"
-#include "probes/content/record_triplet.h"
-#include "probes/content/sfnt.h"
-#include "probes/content/text_version.h"
-#include "probes/content/version_digit.h"
-#include "probes/content/versioned_6100.h"
-#include "probes/content/word_perfect_42.h"
-#include "probes/content/x_bitmap.h"
-#include "probes/content/x_pixmap.h"
+#include "probes/document/ami_pro.h"
+#include "probes/document/dif.h"
+#include "probes/document/mif.h"
+#include "probes/document/pdf_header.h"
+#include "probes/document/portable_transcript.h"
+#include "probes/document/word_perfect_42.h"
+#include "probes/drawing/dwf.h"
+#include "probes/drawing/dxf_text.h"
+#include "probes/drawing/microstation.h"
+#include "probes/font/sfnt.h"
+#include "probes/forensic/ad1.h"
+#include "probes/forensic/encase.h"
+#include "probes/image/pict.h"
+#include "probes/image/x_bitmap.h"
+#include "probes/image/x_pixmap.h"
+#include "probes/mail/card_calendar.h"
+#include "probes/mail/trillian_log.h"
 #include "probes/markup/markup.h"
 #include "probes/markup/message_history.h"
 #include "probes/media/iso_media.h"
 #include "probes/media/ogg.h"
-#include "probes/text_formats/text_formats.h"
+#include "probes/print/eps_preview.h"
+#include "probes/print/hpgl.h"
+#include "probes/system/internet_shortcut.h"
+#include "probes/text/plain_text.h"
+#include "probes/unidentified/escape_sequence.h"
+#include "probes/unidentified/header_checksum.h"
+#include "probes/unidentified/marker_sequence.h"
+#include "tables/text_probes.h"
 #include "tests/support/probe_run.h"
 #include "tests/support/samples.h"
 
@@ -75,7 +76,7 @@ TEST(ProbeSamples, HaveTheirAnswers) {
       {"ad1", Ad1Probe},
       {"ad1_encrypted", Ad1EncryptedProbe},
       {"card_calendar", CardCalendarProbe},
-      {"chat_log", ChatLogProbe},
+      {"trillian_log", TrillianLogProbe},
       {"dif", DifProbe},
       {"dxf_text", DxfTextProbe},
       {"encase_e01", EnCaseE01Probe},
@@ -85,11 +86,11 @@ TEST(ProbeSamples, HaveTheirAnswers) {
       {"eps_preview", EpsPreviewProbe},
       {"escape_sequence", EscapeSequenceProbe},
       {"header_checksum", HeaderChecksumProbe},
-      {"high_byte_density", From(11, HighByteDensityProbe)},
+      {"ami_pro", From(11, AmiProProbe)},
       {"hpgl", Named("PLT", HpGlProbe)},
       {"hpgl_named", Named("HGL", HpGlProbe)},
       {"iso_media", IsoMediaProbe},
-      {"link_text", LinkTextProbe},
+      {"internet_shortcut", InternetShortcutProbe},
       {"marker_sequence", At(118, MarkerSequenceProbe)},
       {"markup", MarkupProbe},
       {"message_history", MessageHistoryProbe},
@@ -97,13 +98,13 @@ TEST(ProbeSamples, HaveTheirAnswers) {
       {"pdf_header", PdfHeaderProbe},
       {"pict", PictHeaderProbe},
       {"plain_text", ClassifyPlainText},
-      {"ptf_header", PtfHeaderProbe},
-      {"record_triplet", RecordTripletProbe},
+      {"portable_transcript", PortableTranscriptProbe},
+      {"microstation", MicroStationProbe},
       {"sfnt", At(0, SfntDirectoryProbe)},
       {"sfnt_at_5", At(5, SfntDirectoryProbe)},
       {"text_formats", Named("", TextFormatProbe)},
-      {"text_version", TextVersionProbe},
-      {"version_digit", From(8, VersionDigitProbe)},
+      {"dwf", DwfProbe},
+      {"mif", From(8, MifProbe)},
       {"word_perfect_42", WordPerfect42Probe},
       {"x_bitmap", XBitmapProbe},
       {"x_pixmap", XPixmapProbe},

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "engine/probe_table.h"
-#include "probes/storage/encryption.h"
-#include "probes/storage/rights_management.h"
+#include "probes/protection/encryption.h"
+#include "probes/protection/rights_management.h"
 #include "probes/storage/word_fib.h"
+#include "signature/probe_lookup.h"
 #include "tests/support/bytes.h"
 #include "tests/support/probe_run.h"
 #include "tests/support/samples.h"

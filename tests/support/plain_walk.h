@@ -2,8 +2,8 @@
 #ifndef FI_TESTS_SUPPORT_PLAIN_WALK_H_
 #define FI_TESTS_SUPPORT_PLAIN_WALK_H_
 
-#include "engine/signature_table.h"
-#include "engine/signature_walk.h"
+#include "signature/signature_walk.h"
+#include "tables/signature_table.h"
 
 namespace fi::testing {
 

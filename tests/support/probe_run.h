@@ -6,8 +6,8 @@
 #include <functional>
 #include <string_view>
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "stream/id_stream.h"
 #include "tests/support/memory_handle.h"
 
 namespace fi::testing {

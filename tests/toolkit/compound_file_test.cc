@@ -174,7 +174,7 @@ TEST(CompoundFile, ReadsThroughAnyHandle) {
     std::string both;
     for (const char* name : {"large", "small"}) {
       IOHandle* child = nullptr;
-      if (file->root().Open(&child, kIoSourceStorageStream, {&handle, name}) != kIoOk) continue;
+      if (file->Root().Open(&child, kIoSourceStorageStream, {&handle, name}) != kIoOk) continue;
       both += ReadFrom(io::OwnedHandle(child).get(), 0, 1000);
     }
     EXPECT_EQ(handle.position, 77);

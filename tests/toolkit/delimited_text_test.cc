@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/id_stream.h"
+#include "stream/id_stream.h"
 #include "tests/support/probe_run.h"
 
 namespace fi {

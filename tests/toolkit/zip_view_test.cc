@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/io.h"
-#include "probes/package/package_member.h"
+#include "stream/package_member.h"
 #include "tests/support/bytes.h"
 #include "tests/support/memory_handle.h"
 #include "tests/support/open_handle.h"

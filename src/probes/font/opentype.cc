@@ -1,8 +1,8 @@
 #include "probes/font/opentype.h"
 
-#include "platform/format_ids.h"
-#include "probes/content/sfnt.h"
-#include "probes/file_bytes.h"
+#include "probes/font/sfnt.h"
+#include "registry/format_ids.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 

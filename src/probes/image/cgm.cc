@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "platform/format_ids.h"
-#include "probes/file_bytes.h"
+#include "registry/format_ids.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 namespace {

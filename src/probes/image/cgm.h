@@ -4,8 +4,8 @@
 #ifndef FI_PROBES_IMAGE_CGM_H_
 #define FI_PROBES_IMAGE_CGM_H_
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 

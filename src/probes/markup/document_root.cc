@@ -1,6 +1,6 @@
 #include "probes/markup/document_root.h"
 
-#include "probes/text_view.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {

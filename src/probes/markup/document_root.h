@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "engine/id_stream.h"
-#include "probes/markup/markup_reader.h"
+#include "stream/id_stream.h"
+#include "stream/markup_reader.h"
 
 namespace fi {
 

@@ -5,7 +5,7 @@
 #include <bit>
 #include <iterator>
 
-#include "probes/text_view.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-#include "engine/id_stream.h"
-#include "probes/markup/markup_reader.h"
+#include "stream/id_stream.h"
+#include "stream/markup_reader.h"
 
 namespace fi {
 

@@ -2,9 +2,9 @@
 #ifndef FI_PROBES_MARKUP_MARKUP_H_
 #define FI_PROBES_MARKUP_MARKUP_H_
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
-#include "probes/markup/markup_reader.h"
+#include "stream/id_stream.h"
+#include "stream/markup_reader.h"
 
 namespace fi {
 

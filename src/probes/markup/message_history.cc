@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/format_ids.h"
-#include "probes/content/first_byte.h"
 #include "probes/markup/document_root.h"
-#include "probes/text_view.h"
+#include "registry/format_ids.h"
+#include "stream/first_byte.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {

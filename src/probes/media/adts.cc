@@ -1,7 +1,7 @@
 #include "probes/media/adts.h"
 
-#include "platform/format_ids.h"
-#include "probes/file_bytes.h"
+#include "registry/format_ids.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 

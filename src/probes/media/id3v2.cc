@@ -1,6 +1,6 @@
 #include "probes/media/id3v2.h"
 
-#include "probes/file_bytes.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 namespace {

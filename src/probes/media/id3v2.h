@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "engine/id_stream.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 

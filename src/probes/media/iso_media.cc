@@ -1,7 +1,7 @@
 #include "probes/media/iso_media.h"
 
 #include "formatid/io.h"
-#include "platform/format_ids.h"
+#include "registry/format_ids.h"
 
 namespace fi {
 namespace {

@@ -1,9 +1,9 @@
 #include "probes/media/mpeg_audio.h"
 
-#include "platform/format_ids.h"
-#include "probes/file_bytes.h"
 #include "probes/media/adts.h"
 #include "probes/media/id3v2.h"
+#include "registry/format_ids.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 namespace {

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "formatid/io.h"
-#include "platform/format_ids.h"
-#include "probes/buffered_scan.h"
-#include "probes/file_bytes.h"
+#include "registry/format_ids.h"
+#include "stream/buffered_scan.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 namespace {

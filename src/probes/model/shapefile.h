@@ -3,8 +3,8 @@
 #ifndef FI_PROBES_MODEL_SHAPEFILE_H_
 #define FI_PROBES_MODEL_SHAPEFILE_H_
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 

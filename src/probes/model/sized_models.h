@@ -2,8 +2,8 @@
 #ifndef FI_PROBES_MODEL_SIZED_MODELS_H_
 #define FI_PROBES_MODEL_SIZED_MODELS_H_
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 

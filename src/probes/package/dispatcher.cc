@@ -2,16 +2,16 @@
 
 #include "probes/package/dispatcher.h"
 
-#include "platform/format_ids.h"
 #include "platform/io.h"
+#include "probes/iwork/iwork_archive.h"
+#include "probes/iwork/iwork_xml.h"
+#include "probes/ooxml/ooxml.h"
+#include "probes/opendocument/opendocument.h"
 #include "probes/package/drawing_package.h"
-#include "probes/package/iwork_archive.h"
-#include "probes/package/iwork_xml.h"
 #include "probes/package/mail_archive.h"
 #include "probes/package/message_exports.h"
-#include "probes/package/ooxml.h"
-#include "probes/package/opendocument.h"
-#include "probes/package/package_member.h"
+#include "registry/format_ids.h"
+#include "stream/package_member.h"
 
 namespace fi {
 namespace {
@@ -38,15 +38,15 @@ GoOn RunChain(const PackageStep (&steps)[count], IOHandle* package, FormatId* id
 FormatId PackageProbe(IdentificationStream* stream, int32_t* extra) {
   *extra = 0;
   const io::OwnedHandle package = OpenPackage(stream->handle);
-  return package == nullptr ? kFormatZip : FormatOfPackage(package.get(), extra);
+  return package == nullptr ? kFormatZip : FormatOfPackage(package.get(), *stream->job, extra);
 }
 
-FormatId FormatOfPackage(IOHandle* package, int32_t* extra) {
+FormatId FormatOfPackage(IOHandle* package, const IdentificationJob& job, int32_t* extra) {
   *extra = 0;
   SetByNameAccess(package);
   FormatId id = kFormatZip;
   if (RunChain(kBeforeArchive, package, &id) == kChainEnds) return id;
-  const GoOn result = IworkArchiveProbe(package, &id);
+  const GoOn result = IworkArchiveProbe(package, job, &id);
   if (id == kFormatEncryptedIWork) {
     *extra = static_cast<int16_t>(result);
     return id;

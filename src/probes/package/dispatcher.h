@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 
@@ -15,7 +15,7 @@ namespace fi {
 FormatId PackageProbe(IdentificationStream* stream, int32_t* extra);
 
 // The same for an opened package view.
-FormatId FormatOfPackage(IOHandle* package, int32_t* extra);
+FormatId FormatOfPackage(IOHandle* package, const IdentificationJob& job, int32_t* extra);
 
 }  // namespace fi
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/format_ids.h"
 #include "platform/io.h"
+#include "registry/format_ids.h"
 
 namespace fi {
 namespace {

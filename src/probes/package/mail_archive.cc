@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/format_ids.h"
+#include "registry/format_ids.h"
 
 namespace fi {
 

@@ -10,10 +10,10 @@
 #include <cstring>
 #include <string_view>
 
-#include "engine/id_stream.h"
-#include "platform/format_ids.h"
 #include "platform/io.h"
-#include "probes/package/package_member.h"
+#include "registry/format_ids.h"
+#include "stream/id_stream.h"
+#include "stream/package_member.h"
 
 namespace fi {
 namespace {

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/format_ids.h"
 #include "platform/io.h"
 #include "platform/xml.h"
-#include "probes/package/xml_scan.h"
+#include "registry/format_ids.h"
+#include "stream/xml_scan.h"
 
 namespace fi {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "formatid/formatid.h"
 #include "formatid/io.h"
-#include "probes/package/package_member.h"
+#include "stream/package_member.h"
 
 namespace fi {
 

@@ -2,15 +2,15 @@
 
 #include <cstdint>
 
-#include "engine/id_stream.h"
-#include "platform/format_ids.h"
 #include "platform/io.h"
+#include "probes/ooxml/ooxml_repair.h"
+#include "probes/opendocument/media_types.h"
+#include "probes/opendocument/opendocument_repair.h"
 #include "probes/package/dispatcher.h"
-#include "probes/package/media_types.h"
 #include "probes/package/member_names.h"
-#include "probes/package/ooxml_repair.h"
-#include "probes/package/opendocument_repair.h"
-#include "probes/package/package_member.h"
+#include "registry/format_ids.h"
+#include "stream/id_stream.h"
+#include "stream/package_member.h"
 
 namespace fi {
 namespace {
@@ -44,7 +44,8 @@ bool IsDividedByBackslashes(IOHandle* package) {
 
 }  // namespace
 
-FormatId PackageSupplement(IOHandle* handle) {
+FormatId PackageSupplement(const IdentificationStream* stream) {
+  IOHandle* handle = stream->handle;
   if (const io::OwnedHandle package = OpenPackage(handle)) {
     if (HasAnyMember(package.get()) && !IsDividedByBackslashes(package.get())) {
       return RunSteps(package.get());
@@ -53,7 +54,7 @@ FormatId PackageSupplement(IOHandle* handle) {
   const io::OwnedHandle package = OpenRepairedPackage(handle);
   if (package != nullptr) {
     int32_t extra = 0;
-    FormatId id = FormatOfPackage(package.get(), &extra);
+    FormatId id = FormatOfPackage(package.get(), *stream->job, &extra);
     if (id == kFormatZip || id == kNoMatch) id = RunSteps(package.get());
     if (id == kNoMatch) id = FormatOfCutDocument(package.get());
     if (id != kNoMatch) return id;

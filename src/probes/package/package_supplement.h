@@ -3,14 +3,14 @@
 #define FI_PROBES_PACKAGE_PACKAGE_SUPPLEMENT_H_
 
 #include "formatid/formatid.h"
-#include "formatid/io.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 
 // The format of a ZIP file of which the package dispatcher says no more than 1802; kNoMatch when it
 // plainly is nothing else. A file whose central directory is lost is read by the headers of its
 // members, and may then become whatever the dispatcher knows. Moves the position of the handle.
-FormatId PackageSupplement(IOHandle* handle);
+FormatId PackageSupplement(const IdentificationStream* stream);
 
 }  // namespace fi
 

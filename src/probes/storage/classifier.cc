@@ -1,12 +1,12 @@
 #include "probes/storage/classifier.h"
 
-#include "platform/format_ids.h"
-#include "probes/storage/child_stream.h"
-#include "probes/storage/encrypted_package.h"
+#include "probes/protection/encrypted_package.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/visio.h"
 #include "probes/storage/word_fib.h"
 #include "probes/storage/workbook.h"
+#include "registry/format_ids.h"
+#include "stream/child_stream.h"
 
 namespace fi {
 namespace {

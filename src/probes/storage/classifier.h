@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/format_ids.h"
-#include "probes/storage/child_stream.h"
+#include "registry/format_ids.h"
+#include "stream/child_stream.h"
 
 namespace fi {
 namespace {

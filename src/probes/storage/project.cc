@@ -1,7 +1,7 @@
 #include "probes/storage/project.h"
 
-#include "platform/format_ids.h"
-#include "probes/storage/child_stream.h"
+#include "registry/format_ids.h"
+#include "stream/child_stream.h"
 
 namespace fi {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "platform/format_ids.h"
-#include "probes/storage/child_stream.h"
+#include "registry/format_ids.h"
+#include "stream/child_stream.h"
 
 namespace fi {
 

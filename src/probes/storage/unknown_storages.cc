@@ -1,12 +1,10 @@
 #include "probes/storage/unknown_storages.h"
 
-#include "platform/format_ids.h"
-#include "probes/storage/child_stream.h"
+#include "registry/format_ids.h"
+#include "stream/child_stream.h"
 
 namespace fi {
 namespace {
-
-using ClassId = std::array<uint8_t, 16>;
 
 // A class identifier from the fields that its text form shows; the last two as one number.
 constexpr ClassId Guid(uint32_t first, uint32_t second, uint32_t third, uint64_t rest) {

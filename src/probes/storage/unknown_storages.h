@@ -3,16 +3,14 @@
 #ifndef FI_PROBES_STORAGE_UNKNOWN_STORAGES_H_
 #define FI_PROBES_STORAGE_UNKNOWN_STORAGES_H_
 
-#include <array>
-#include <cstdint>
-
-#include "engine/id_stream.h"
 #include "formatid/formatid.h"
+#include "platform/class_id.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 
-// One of 3260 to 3274, or kNoMatch. `classId` is in GUID memory layout. The stream is not moved.
-FormatId ProbeUnknownStorage(IdentificationStream* stream, const std::array<uint8_t, 16>& classId);
+// One of 3260 to 3274, or kNoMatch. The stream is not moved.
+FormatId ProbeUnknownStorage(IdentificationStream* stream, const ClassId& classId);
 
 }  // namespace fi
 

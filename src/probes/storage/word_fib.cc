@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/format_ids.h"
-#include "probes/storage/child_stream.h"
-#include "probes/storage/rights_management.h"
+#include "probes/protection/rights_management.h"
+#include "registry/format_ids.h"
+#include "stream/child_stream.h"
 
 namespace fi {
 namespace {

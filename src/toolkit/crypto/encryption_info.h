@@ -10,8 +10,8 @@
 #include <cstdint>
 #include <variant>
 
-#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/limits.h"
+#include "toolkit/openssl/evp.h"
 
 namespace fi::crypto {
 

@@ -8,10 +8,10 @@
 #include <optional>
 
 #include "platform/io.h"
-#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/iwork_verifier.h"
 #include "toolkit/crypto/package_view.h"
 #include "toolkit/crypto/stream_bytes.h"
+#include "toolkit/openssl/evp.h"
 
 // The password stays because it is the key of the members' HMAC.
 struct IworksContext {

@@ -12,10 +12,10 @@
 #include <cstdint>
 #include <optional>
 
-#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/limits.h"
 #include "toolkit/crypto/password.h"
-#include "toolkit/crypto/secret_bytes.h"
+#include "toolkit/openssl/evp.h"
+#include "toolkit/openssl/secret_bytes.h"
 
 namespace fi::crypto {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "toolkit/crypto/secret_bytes.h"
+#include "toolkit/openssl/secret_bytes.h"
 
 namespace fi::crypto {
 

@@ -9,12 +9,12 @@
 
 #include "platform/io.h"
 #include "toolkit/crypto/encryption_info.h"
-#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/package_key.h"
 #include "toolkit/crypto/package_stream.h"
 #include "toolkit/crypto/package_view.h"
 #include "toolkit/crypto/password.h"
 #include "toolkit/crypto/stream_bytes.h"
+#include "toolkit/openssl/evp.h"
 
 namespace fi::crypto {
 namespace {

@@ -7,10 +7,10 @@
 #include <cstdint>
 
 #include "toolkit/crypto/encryption_info.h"
-#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/limits.h"
 #include "toolkit/crypto/password.h"
-#include "toolkit/crypto/secret_bytes.h"
+#include "toolkit/openssl/evp.h"
+#include "toolkit/openssl/secret_bytes.h"
 
 namespace fi::crypto {
 

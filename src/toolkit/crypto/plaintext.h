@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "toolkit/crypto/limits.h"
-#include "toolkit/crypto/secret_bytes.h"
+#include "toolkit/openssl/secret_bytes.h"
 
 namespace fi::crypto {
 

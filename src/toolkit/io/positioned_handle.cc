@@ -4,8 +4,6 @@
 #include <cstring>
 
 #include "platform/io.h"
-#include "toolkit/storage/compound_file.h"
-#include "toolkit/zip/zip_view.h"
 
 namespace fi::io {
 namespace {
@@ -33,14 +31,12 @@ int32_t PositionedHandle::OpenMember(IOHandle** /*target*/, const IOMemberSource
   return kIoError;
 }
 
-storage::Storage* PositionedHandle::AsStorage() {
+StorageView* PositionedHandle::AsStorage() {
   if (!askedForStorage_) {
     askedForStorage_ = true;
-    if (nesting_ <= storage::kMaxNesting) {
-      compoundFile_ = storage::CompoundFile::Open(this, nesting_);
-    }
+    storage_ = OpenStorage(this, nesting_);
   }
-  return compoundFile_ == nullptr ? nullptr : &compoundFile_->root();
+  return storage_ == nullptr ? nullptr : &storage_->Root();
 }
 
 int32_t PositionedHandle::Close(IOHandle* handle) noexcept {
@@ -93,7 +89,7 @@ int32_t PositionedHandle::GetInfo(IOHandle* handle, uint32_t code, void* out) no
     case kIoInfoIsStorage:
       return self->AsStorage() == nullptr ? -1 : 0;
     case kIoInfoClassId: {
-      const storage::Storage* storage = self->AsStorage();
+      const StorageView* storage = self->AsStorage();
       if (storage == nullptr) return -1;
       std::memcpy(out, storage->classId().data(), storage->classId().size());
       return 0;
@@ -112,16 +108,15 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
                                const void* source, uint32_t /*flags*/) noexcept {
   auto* self = static_cast<PositionedHandle*>(handle);
   *target = nullptr;
-  if (sourceType == kIoSourcePackage) return zip::OpenView(handle, self->nesting_, target);
-  if (sourceType == kIoSourceRepairedPackage) {
-    return zip::OpenRepairedView(handle, self->nesting_, target);
+  if (sourceType == kIoSourcePackage || sourceType == kIoSourceRepairedPackage) {
+    return OpenPackageView(handle, self->nesting_, sourceType, target);
   }
   if (source == nullptr) return kIoError;
   if (sourceType == kIoSourcePackageMember) {
     return self->OpenMember(target, *static_cast<const IOMemberSource*>(source));
   }
   if (sourceType != kIoSourceStorageStream && sourceType != kIoSourceSubStorage) return kIoError;
-  storage::Storage* storage = self->AsStorage();
+  StorageView* storage = self->AsStorage();
   if (storage == nullptr) return kIoError;
   return storage->Open(target, sourceType, *static_cast<const IOChildSource*>(source));
 }

@@ -1,7 +1,8 @@
 // Base of the handles that the toolkit makes: it keeps the position and the name, so that a kind of
-// handle only has to say how large it is and how bytes at an offset are read. Whatever holds a
-// compound file is a structured storage; that is looked up when it is first asked for. Whatever
-// ends in a ZIP directory opens as a package view.
+// handle only has to say how large it is and how bytes at an offset are read. Every handle can be
+// opened further as a container (containers.h): a compound file makes it a structured storage,
+// which is looked up when it is first asked for, and a ZIP directory at its end lets it open as a
+// package view.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
@@ -11,11 +12,7 @@
 #include <string_view>
 
 #include "formatid/io.h"
-
-namespace fi::storage {
-class CompoundFile;
-class Storage;
-}  // namespace fi::storage
+#include "toolkit/io/containers.h"
 
 namespace fi::io {
 
@@ -42,7 +39,7 @@ class PositionedHandle : public IOHandle {
   virtual int32_t OtherInfo(uint32_t code, void* out);
 
   // The storage that the handle is, null when it is none.
-  virtual storage::Storage* AsStorage();
+  virtual StorageView* AsStorage();
 
   // Opens a member of a package view (formatid/io.h); other kinds have none. `*target` is null.
   virtual int32_t OpenMember(IOHandle** target, const IOMemberSource& source);
@@ -63,7 +60,7 @@ class PositionedHandle : public IOHandle {
   int64_t position_ = 0;
   const uint32_t nesting_;
   bool askedForStorage_ = false;
-  std::unique_ptr<storage::CompoundFile> compoundFile_;
+  std::unique_ptr<ContainedStorage> storage_;
   std::array<char, kIoNameCapacity> name_{};
 };
 

@@ -13,7 +13,7 @@ constexpr FIFormatFacts kFormats[] = {
   {number, name, category, mime, extensions, puids},
 #define FI_FORMAT_UNNAMED(number, name, category, mime, extensions, puids) \
   {number, name, category, mime, extensions, puids},
-#include "toolkit/registry/formats.def"
+#include "registry/formats.def"
 };
 
 constexpr bool IsSorted() {

@@ -4,7 +4,7 @@
 #include <array>
 #include <new>
 
-#include "toolkit/storage/little_endian.h"
+#include "toolkit/memory/little_endian.h"
 
 namespace fi::storage {
 namespace {
@@ -38,7 +38,7 @@ bool IsMini(uint64_t size) { return size < kMiniStreamCutoff; }
 
 }  // namespace
 
-CompoundFile::CompoundFile(HandleReader reader, uint32_t nesting)
+CompoundFile::CompoundFile(io::HandleReader reader, uint32_t nesting)
     : sectors_(reader),
       difat_(sectors_),
       fat_(sectors_, difat_),
@@ -46,7 +46,7 @@ CompoundFile::CompoundFile(HandleReader reader, uint32_t nesting)
       nesting_(nesting) {}
 
 std::unique_ptr<CompoundFile> CompoundFile::Open(IOHandle* handle, uint32_t nesting) {
-  const HandleReader reader(handle);
+  const io::HandleReader reader(handle);
   std::array<uint8_t, kHeaderSize> header;
   if (reader.ReadAt(0, header.data(), kHeaderSize) != kHeaderSize) return nullptr;
   if (!IsHeader(header.data())) return nullptr;

@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "formatid/io.h"
+#include "toolkit/io/containers.h"
 #include "toolkit/storage/chain.h"
 #include "toolkit/storage/directory_entry.h"
 #include "toolkit/storage/sector_cache.h"
@@ -28,7 +29,7 @@ inline constexpr uint32_t kMiniStreamCutoff = 4096;
 // badly scattered file takes a walk through the tables of both.
 inline constexpr uint32_t kMaxNesting = 1;
 
-class CompoundFile {
+class CompoundFile final : public io::ContainedStorage {
  public:
   // Null when `handle` holds no compound file whose header and root entry can be read, or memory
   // runs out. `handle` is borrowed for the life of the result, and keeps its position. `nesting` is
@@ -38,9 +39,9 @@ class CompoundFile {
   CompoundFile(const CompoundFile&) = delete;
   CompoundFile& operator=(const CompoundFile&) = delete;
 
-  const HandleReader& reader() const { return sectors_.reader(); }
+  const io::HandleReader& reader() const { return sectors_.reader(); }
   uint32_t nesting() const { return nesting_; }
-  Storage& root() { return *root_; }
+  Storage& Root() override { return *root_; }
 
   // Lets ReadEntry read up to `loads` blocks (SectorCache) from here on.
   void AllowLoads(uint32_t loads) { loadLimit_ = sectors_.loads() + loads; }
@@ -60,7 +61,7 @@ class CompoundFile {
   uint64_t OffsetOf(uint64_t size, uint32_t unit);
 
  private:
-  explicit CompoundFile(HandleReader reader, uint32_t nesting);
+  explicit CompoundFile(io::HandleReader reader, uint32_t nesting);
 
   bool Start(const uint8_t* header);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "toolkit/storage/little_endian.h"
+#include "toolkit/memory/little_endian.h"
 
 namespace fi::storage {
 namespace {

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/class_id.h"
+
 namespace fi::storage {
 
 inline constexpr uint32_t kEntrySize = 128;
@@ -13,9 +15,6 @@ inline constexpr uint32_t kEntrySize = 128;
 inline constexpr uint32_t kNoEntry = 0xFFFFFFFF;
 
 enum class EntryKind : uint8_t { kUnused = 0, kStorage = 1, kStream = 2, kRoot = 5 };
-
-// GUID memory layout, as stored.
-using ClassId = std::array<uint8_t, 16>;
 
 // A name of up to 31 UTF-16 units.
 struct EntryName {

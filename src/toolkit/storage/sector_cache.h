@@ -7,7 +7,7 @@
 #include <array>
 #include <cstdint>
 
-#include "toolkit/storage/handle_reader.h"
+#include "toolkit/io/handle_reader.h"
 
 namespace fi::storage {
 
@@ -19,12 +19,12 @@ struct SectorView {
 
 class SectorCache {
  public:
-  explicit SectorCache(HandleReader reader) : reader_(reader) {}
+  explicit SectorCache(io::HandleReader reader) : reader_(reader) {}
 
   // `shift` is the binary logarithm of the sector size. REQUIRES: 6 < shift <= 12.
   void Start(uint32_t shift);
 
-  const HandleReader& reader() const { return reader_; }
+  const io::HandleReader& reader() const { return reader_; }
   uint32_t shift() const { return shift_; }
   uint32_t sectorSize() const { return 1u << shift_; }
 
@@ -57,7 +57,7 @@ class SectorCache {
 
   const Slot& LoadBlock(uint64_t block);
 
-  HandleReader reader_;
+  io::HandleReader reader_;
   uint32_t shift_ = 0;
   uint32_t sectors_ = 0;
   uint64_t loads_ = 0;

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "toolkit/storage/little_endian.h"
+#include "toolkit/memory/little_endian.h"
 
 namespace fi::storage {
 namespace {

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "formatid/io.h"
+#include "toolkit/io/containers.h"
 #include "toolkit/storage/directory_entry.h"
 
 namespace fi::storage {
@@ -18,13 +19,13 @@ inline constexpr uint32_t kMaxSiblings = 1024;
 // Blocks of 4 KB that one search reads of directory and tables before it gives up.
 inline constexpr uint32_t kMaxSearchLoads = 1024;
 
-class Storage {
+class Storage final : public io::StorageView {
  public:
   // `entry` is that of a storage or the root. `file` is borrowed.
   Storage(CompoundFile& file, const DirectoryEntry& entry);
 
   CompoundFile& file() const { return *file_; }
-  const ClassId& classId() const { return classId_; }
+  const ClassId& classId() const override { return classId_; }
 
   // Finds the child of that name, of that kind, and stores its entry. The entries form a tree in
   // the order of their names; it is searched as one. Only when that finds nothing, all entries are
@@ -32,9 +33,7 @@ class Storage {
   // every later search looks at all of them.
   bool Find(const EntryName& name, EntryKind kind, DirectoryEntry* found);
 
-  // The open operation of a handle on this storage (formatid/io.h).
-  // REQUIRES: sourceType is kIoSourceStorageStream or kIoSourceSubStorage.
-  int32_t Open(IOHandle** target, uint32_t sourceType, const IOChildSource& source);
+  int32_t Open(IOHandle** target, uint32_t sourceType, const IOChildSource& source) override;
 
  private:
   enum class Order { kUnknown, kKept, kBroken };

@@ -18,7 +18,7 @@ class StorageHandle final : public io::PositionedHandle {
   int64_t Size() override { return 0; }
   int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override;
   int32_t OtherInfo(uint32_t code, void* out) override;
-  Storage* AsStorage() override { return &storage_; }
+  io::StorageView* AsStorage() override { return &storage_; }
 
  private:
   ~StorageHandle() override = default;

@@ -4,7 +4,7 @@
 // by what its fields look like. docs/text.md has the figures.
 #include "platform/delimited_text.h"
 
-#include "engine/id_stream.h"
+#include "stream/id_stream.h"
 #include "toolkit/text/delimited_records.h"
 #include "toolkit/text/text_window.h"
 

@@ -58,7 +58,7 @@ void ReadWide(const uint8_t* extra, uint32_t size, Entry* entry) {
 
 // The tail is read in a small piece first. Only when that shows no end record, a long comment may
 // hide it.
-bool Directory::LoadPlace(const storage::HandleReader& reader, uint64_t fileSize,
+bool Directory::LoadPlace(const io::HandleReader& reader, uint64_t fileSize,
                           DirectoryPlace* place) {
   const auto first = static_cast<uint32_t>(std::min<uint64_t>(fileSize, kTailRead));
   Tail tail{tail_.data(), first, fileSize - first};
@@ -78,7 +78,7 @@ bool Directory::LoadPlace(const storage::HandleReader& reader, uint64_t fileSize
   return FindDirectory(reader, tail, place);
 }
 
-bool Directory::Load(const storage::HandleReader& reader, uint64_t fileSize) {
+bool Directory::Load(const io::HandleReader& reader, uint64_t fileSize) {
   DirectoryPlace place;
   if (!LoadPlace(reader, fileSize, &place) || place.size > kMaxDirectory) return false;
   size_ = place.size;
@@ -92,7 +92,7 @@ bool Directory::Load(const storage::HandleReader& reader, uint64_t fileSize) {
   return BuildIndex();
 }
 
-bool Directory::Rebuild(const storage::HandleReader& reader) {
+bool Directory::Rebuild(const io::HandleReader& reader) {
   RebuiltDirectory rebuilt;
   if (!RebuildDirectory(reader, &rebuilt)) return false;
   block_ = std::move(rebuilt.bytes);

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string_view>
 
-#include "toolkit/storage/handle_reader.h"
+#include "toolkit/io/handle_reader.h"
 #include "toolkit/zip/end_record.h"
 #include "toolkit/zip/limits.h"
 
@@ -31,10 +31,10 @@ class Directory {
   // Reads the directory at the end of a file of `fileSize` bytes. False when there is none, it is
   // beyond the limits or memory runs out. Called once. It ends where its bytes are no entry any
   // more.
-  bool Load(const storage::HandleReader& reader, uint64_t fileSize);
+  bool Load(const io::HandleReader& reader, uint64_t fileSize);
 
   // The same from the headers of the members, for a package without a directory: local_headers.h.
-  bool Rebuild(const storage::HandleReader& reader);
+  bool Rebuild(const io::HandleReader& reader);
 
   uint32_t count() const { return count_; }
 
@@ -46,7 +46,7 @@ class Directory {
   bool Find(std::string_view name, Entry* entry) const;
 
  private:
-  bool LoadPlace(const storage::HandleReader& reader, uint64_t fileSize, DirectoryPlace* place);
+  bool LoadPlace(const io::HandleReader& reader, uint64_t fileSize, DirectoryPlace* place);
   bool BuildIndex();
   std::string_view NameAt(uint32_t index) const;
 

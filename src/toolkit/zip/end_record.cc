@@ -19,7 +19,7 @@ struct End {
 
 class Search {
  public:
-  Search(const storage::HandleReader& reader, const Tail& tail) : reader_(reader), tail_(tail) {}
+  Search(const io::HandleReader& reader, const Tail& tail) : reader_(reader), tail_(tail) {}
 
   bool Find(bool endsWithFile, DirectoryPlace* place) {
     if (tail_.size < end::kSize) return false;
@@ -105,14 +105,14 @@ class Search {
     return true;
   }
 
-  const storage::HandleReader& reader_;
+  const io::HandleReader& reader_;
   const Tail& tail_;
   uint32_t tried_ = 0;
 };
 
 }  // namespace
 
-bool FindDirectory(const storage::HandleReader& reader, const Tail& tail, DirectoryPlace* place) {
+bool FindDirectory(const io::HandleReader& reader, const Tail& tail, DirectoryPlace* place) {
   Search search(reader, tail);
   return search.Find(true, place) || search.Find(false, place);
 }

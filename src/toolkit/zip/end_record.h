@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-#include "toolkit/storage/handle_reader.h"
+#include "toolkit/io/handle_reader.h"
 
 namespace fi::zip {
 
@@ -26,7 +26,7 @@ struct DirectoryPlace {
 
 // Finds the end record that begins in `tail` and has a directory to it. Where several do, the last
 // one whose comment ends with the file, else the last one. False when there is none.
-bool FindDirectory(const storage::HandleReader& reader, const Tail& tail, DirectoryPlace* place);
+bool FindDirectory(const io::HandleReader& reader, const Tail& tail, DirectoryPlace* place);
 
 }  // namespace fi::zip
 

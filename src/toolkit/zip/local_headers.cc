@@ -38,7 +38,7 @@ void Store(uint8_t* to, uint64_t value, uint32_t bytes) {
 
 class Scan {
  public:
-  Scan(const storage::HandleReader& reader, RebuiltDirectory* directory)
+  Scan(const io::HandleReader& reader, RebuiltDirectory* directory)
       : reader_(reader), fileSize_(reader.Size()), directory_(*directory) {}
 
   bool Run() {
@@ -191,7 +191,7 @@ class Scan {
     return true;
   }
 
-  const storage::HandleReader& reader_;
+  const io::HandleReader& reader_;
   const uint64_t fileSize_;
   RebuiltDirectory& directory_;
   uint64_t capacity_ = 0;
@@ -203,7 +203,7 @@ class Scan {
 
 }  // namespace
 
-bool RebuildDirectory(const storage::HandleReader& reader, RebuiltDirectory* directory) {
+bool RebuildDirectory(const io::HandleReader& reader, RebuiltDirectory* directory) {
   return Scan(reader, directory).Run();
 }
 

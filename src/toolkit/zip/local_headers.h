@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "toolkit/storage/handle_reader.h"
+#include "toolkit/io/handle_reader.h"
 
 namespace fi::zip {
 
@@ -19,7 +19,7 @@ struct RebuiltDirectory {
 // Follows the members from the start of the file to the first that is damaged or cut, which counts
 // as well when its header is whole. A backslash in a name becomes a slash. False when the file does
 // not begin with a member or memory runs out.
-bool RebuildDirectory(const storage::HandleReader& reader, RebuiltDirectory* directory);
+bool RebuildDirectory(const io::HandleReader& reader, RebuiltDirectory* directory);
 
 }  // namespace fi::zip
 

@@ -5,13 +5,9 @@
 
 #include <cstdint>
 
-#include "toolkit/storage/little_endian.h"
+#include "toolkit/memory/little_endian.h"
 
 namespace fi::zip {
-
-using storage::LoadLE16;
-using storage::LoadLE32;
-using storage::LoadLE64;
 
 // A number that stands elsewhere, in a field of ZIP64.
 inline constexpr uint16_t kElsewhere16 = 0xFFFF;

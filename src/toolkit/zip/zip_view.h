@@ -10,8 +10,8 @@
 #include <span>
 
 #include "formatid/io.h"
+#include "toolkit/io/handle_reader.h"
 #include "toolkit/io/positioned_handle.h"
-#include "toolkit/storage/handle_reader.h"
 #include "toolkit/zip/directory.h"
 #include "toolkit/zip/inflater.h"
 #include "toolkit/zip/limits.h"
@@ -35,7 +35,7 @@ class ZipView final : public io::PositionedHandle {
   // The same by the headers of the members.
   bool Rebuild() { return directory_.Rebuild(reader_); }
 
-  const storage::HandleReader& reader() const { return reader_; }
+  const io::HandleReader& reader() const { return reader_; }
 
   // Bytes of the file from `offset` on, which stay until the next call: at least `least`, unless
   // the file ends before, and up to `most` if they have to be read. REQUIRES: least and most are
@@ -72,7 +72,7 @@ class ZipView final : public io::PositionedHandle {
   int32_t TellName(IOMemberName* question);
   bool Locate(Entry* entry, uint64_t* data);
 
-  const storage::HandleReader reader_;
+  const io::HandleReader reader_;
   const uint64_t fileSize_;
   Directory directory_;
   std::unique_ptr<Inflater> idle_;

@@ -14,8 +14,8 @@
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/package_opening.h"
 #include "tests/support/samples.h"
-#include "toolkit/crypto/evp.h"
 #include "toolkit/crypto/password.h"
+#include "toolkit/openssl/evp.h"
 
 namespace fi::testing {
 namespace {

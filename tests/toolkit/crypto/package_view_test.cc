@@ -16,7 +16,7 @@
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/open_handle.h"
 #include "tests/support/package_opening.h"
-#include "toolkit/crypto/secret_bytes.h"
+#include "toolkit/openssl/secret_bytes.h"
 
 namespace fi::testing {
 namespace {

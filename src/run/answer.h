@@ -1,0 +1,35 @@
+// What the command says about one input.
+#ifndef FI_RUN_ANSWER_H_
+#define FI_RUN_ANSWER_H_
+
+#include <cstdint>
+#include <string>
+
+#include "formatid/platform.h"
+
+namespace fi::app {
+
+enum class AnswerStatus {
+  kOk,
+  kUnknown,    // read to the end that mattered, and no format recognised
+  kProtected,  // the format is known; its content is encrypted and stayed closed
+  kError,      // not read; only `error` and, where it opened, `size` hold something
+};
+
+struct Answer {
+  AnswerStatus status = AnswerStatus::kUnknown;
+  FIFormatFacts facts = {};  // texts are never null
+  uint16_t basis = kFiBasisNone;
+  int64_t size = -1;  // bytes; -1: not known
+  bool isDirectory = false;
+  std::string error;  // empty unless the status is kProtected or kError
+};
+
+// True where the input counts for exit code 1.
+inline bool IsFailure(const Answer& answer) {
+  return answer.status == AnswerStatus::kProtected || answer.status == AnswerStatus::kError;
+}
+
+}  // namespace fi::app
+
+#endif  // FI_RUN_ANSWER_H_

@@ -1,0 +1,95 @@
+#include "run/passwords.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace fi::app {
+namespace {
+
+constexpr size_t kRoom = Passwords::kMostBytes + 1;  // one more tells what is too large
+
+constexpr uint32_t kDeclined = 1;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Reads to the end of the input or of the room. False, with errno set, when it cannot be read.
+bool Fill(int descriptor, char* buffer, size_t& filled) {
+  while (filled < kRoom) {
+    const ssize_t count = ::read(descriptor, buffer + filled, kRoom - filled);
+    if (count == 0) break;
+    if (count > 0) {
+      filled += static_cast<size_t>(count);
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+Passwords::~Passwords() {
+  if (bytes_ != nullptr) ::explicit_bzero(bytes_.get(), kRoom);
+}
+
+// Returns the fault, or nothing.
+std::string Passwords::Split(std::string_view text) {
+  if (text.size() > kMostBytes) return "holds more than 64 KB of passwords";
+  // Text in UTF-16 would otherwise pass as passwords of one character.
+  if (text.find('\0') != std::string_view::npos) return "holds a NUL byte (not text in UTF-8)";
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  while (!text.empty()) {
+    if (lines_.size() == kMostPasswords) return "holds more than 1,000 passwords";
+    const size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
+    if (line.size() > kLongestPassword) return "holds a password of more than 1,023 bytes";
+    lines_.push_back(line);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return lines_.empty() ? "holds no password" : "";
+}
+
+bool Passwords::ReadDescriptor(int descriptor, std::string& error) {
+  bytes_ = std::make_unique<char[]>(kRoom);
+  size_t filled = 0;
+  error = Fill(descriptor, bytes_.get(), filled) ? Split({bytes_.get(), filled})
+                                                 : std::string(::strerror(errno));
+  return error.empty();
+}
+
+bool Passwords::ReadFile(const std::string& path, std::string& error) {
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+  if (descriptor < 0) {
+    error = ::strerror(errno);
+    return false;
+  }
+  const bool read = ReadDescriptor(descriptor, error);
+  ::close(descriptor);
+  return read;
+}
+
+PasswordAnswers::PasswordAnswers(const Passwords& passwords) : slot_{Answer, &passwords} {
+  (void)UTSetGlobalData(kUtDataPasswordCallback, &slot_);
+}
+
+PasswordAnswers::~PasswordAnswers() { (void)UTSetGlobalData(kUtDataPasswordCallback, nullptr); }
+
+uint32_t PasswordAnswers::Answer(uint32_t code, FIPasswordRequest* request, uintptr_t,
+                                 uintptr_t) noexcept {
+  void* item = nullptr;
+  if (code != kFiPasswordOfPackage) return kDeclined;
+  if (UTGetGlobalData(kUtDataPasswordCallback, &item) != 0 || item == nullptr) return kDeclined;
+  const std::vector<std::string_view>& lines = static_cast<const Slot*>(item)->passwords->lines();
+  if (request->attempts >= lines.size()) return kDeclined;
+  const std::string_view password = lines[request->attempts];
+  if (password.size() >= request->capacity) return kDeclined;
+  *std::copy(password.begin(), password.end(), request->password) = '\0';
+  return 0;
+}
+
+}  // namespace fi::app

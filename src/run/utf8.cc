@@ -1,0 +1,44 @@
+#include "run/utf8.h"
+
+#include <cstdint>
+
+namespace fi::app {
+namespace {
+
+uint8_t ByteAt(std::string_view bytes, size_t index) { return static_cast<uint8_t>(bytes[index]); }
+
+}  // namespace
+
+size_t Utf8SequenceLength(std::string_view bytes) {
+  if (bytes.empty()) return 0;
+  const uint8_t lead = ByteAt(bytes, 0);
+  if (lead < 0x80) return 1;
+  if (lead < 0xC2 || lead > 0xF4) return 0;
+  const size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+  if (bytes.size() < length) return 0;
+  for (size_t i = 1; i < length; ++i) {
+    if ((ByteAt(bytes, i) & 0xC0) != 0x80) return 0;
+  }
+  const uint8_t second = ByteAt(bytes, 1);
+  if (lead == 0xE0 && second < 0xA0) return 0;  // overlong
+  if (lead == 0xED && second > 0x9F) return 0;  // surrogate
+  if (lead == 0xF0 && second < 0x90) return 0;  // overlong
+  if (lead == 0xF4 && second > 0x8F) return 0;  // past the last code point
+  return length;
+}
+
+bool IsUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const size_t length = Utf8SequenceLength(bytes);
+    if (length == 0) return false;
+    bytes.remove_prefix(length);
+  }
+  return true;
+}
+
+bool IsControl(std::string_view sequence) {
+  if (sequence.size() == 1) return ByteAt(sequence, 0) < 0x20 || sequence[0] == 0x7F;
+  return sequence.size() == 2 && ByteAt(sequence, 0) == 0xC2 && ByteAt(sequence, 1) < 0xA0;
+}
+
+}  // namespace fi::app

@@ -1,0 +1,112 @@
+// Which rows of a signature table can match a file at all, by its first byte. Most rows rewind and
+// then test the first byte; when that test fails, the row has no other effect than to leave the
+// stream behind the first byte. The walk skips those rows and reproduces that effect. It skips rows
+// without any effect too.
+#ifndef FI_SIGNATURE_SIGNATURE_INDEX_H_
+#define FI_SIGNATURE_SIGNATURE_INDEX_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "signature/opcodes.h"
+
+namespace fi {
+
+template <size_t kRows>
+class RowSet {
+ public:
+  static constexpr size_t kWords = (kRows + 63) / 64;
+
+  constexpr void Add(size_t row) { words_[row / 64] |= uint64_t{1} << (row % 64); }
+  constexpr bool Has(size_t row) const { return (words_[row / 64] >> (row % 64) & 1) != 0; }
+  constexpr uint64_t Word(size_t index) const { return words_[index]; }
+
+ private:
+  std::array<uint64_t, kWords> words_{};
+};
+
+template <size_t kRows>
+struct SignatureIndex {
+  // Rows 0 up to this one test the class identifier of a storage first.
+  size_t classRows = 0;
+  // By first byte, the rows from classRows on that can match. The last set is for a first byte that
+  // cannot be read: the file may be empty, or the handle recover.
+  std::array<RowSet<kRows>, 257> candidates{};
+  // Rows that rewind and test the first byte.
+  RowSet<kRows> gated{};
+  // By row, how many rows stand before and up to the nearest gated row before it.
+  std::array<uint16_t, kRows> behindGated{};
+};
+
+// What a program that rewinds tests about the first byte.
+class FirstByteTest {
+ public:
+  explicit constexpr FirstByteTest(const uint8_t* program) {
+    if (program[0] != kEscape || program[1] != kOpRewind) return;
+    const uint8_t* test = program + 2;
+    const bool literal = test[0] != kEscape;
+    const uint8_t* operands = test + 2;
+    if (literal || test[1] == kOpLiteralEscape) {
+      AllowRange(test[0], test[0]);
+    } else if (test[1] == kOpOneOf) {
+      AllowRange(operands[0], operands[0]);
+      AllowRange(operands[1], operands[1]);
+    } else if (test[1] == kOpByteRange && operands[0] > 0) {
+      AllowRange(operands[1], operands[2]);
+    } else if (test[1] == kOpNotByte) {
+      AllowRange(0x00, 0xFF);
+      allowed_[operands[0]] = false;
+    }
+  }
+
+  constexpr bool Exists() const { return exists_; }
+  constexpr bool Allows(size_t byte) const { return allowed_[byte]; }
+
+ private:
+  constexpr void AllowRange(size_t low, size_t high) {
+    exists_ = true;
+    for (size_t byte = low; byte <= high; ++byte) allowed_[byte] = true;
+  }
+
+  bool exists_ = false;
+  std::array<bool, 256> allowed_{};
+};
+
+constexpr bool BeginsWithClassTest(const uint8_t* program) {
+  return program[0] == kEscape && program[1] == kOpClass;
+}
+
+// Whether the probe of that code never matches.
+using IsUnansweredFunction = bool (*)(uint16_t code);
+
+constexpr bool IsOnlyAnUnansweredProbe(const uint8_t* program, IsUnansweredFunction isUnanswered) {
+  return program[0] == kEscape && program[1] == kOpProbe &&
+         isUnanswered(static_cast<uint16_t>(program[2] | program[3] << 8));
+}
+
+template <size_t kRows, class Table>
+consteval SignatureIndex<kRows> IndexTable(const Table& table, IsUnansweredFunction isUnanswered) {
+  SignatureIndex<kRows> index;
+  const uint8_t* bytes = table.bytes.data();
+  while (BeginsWithClassTest(bytes + table.starts[index.classRows])) ++index.classRows;
+  uint16_t behindGated = 0;
+  for (size_t row = index.classRows; row < kRows; ++row) {
+    index.behindGated[row] = behindGated;
+    if (IsOnlyAnUnansweredProbe(bytes + table.starts[row], isUnanswered)) continue;
+    const FirstByteTest test(bytes + table.starts[row]);
+    for (size_t byte = 0; byte < 256; ++byte) {
+      if (!test.Exists() || test.Allows(byte)) index.candidates[byte].Add(row);
+    }
+    if (test.Exists()) {
+      index.gated.Add(row);
+      behindGated = static_cast<uint16_t>(row + 1);
+    }
+    index.candidates[256].Add(row);
+  }
+  return index;
+}
+
+}  // namespace fi
+
+#endif  // FI_SIGNATURE_SIGNATURE_INDEX_H_

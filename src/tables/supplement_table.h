@@ -1,0 +1,30 @@
+// Signatures of formats beyond the fixed catalogue (signature_table.h): tried only on request, and
+// only on what the catalogue leaves without a specific answer. Its rows may be added to and put in
+// another order. The identifiers are 3000 to 3999, and those of the catalogue for its own formats
+// where it misses them.
+#ifndef FI_TABLES_SUPPLEMENT_TABLE_H_
+#define FI_TABLES_SUPPLEMENT_TABLE_H_
+
+#include <cstddef>
+
+#include "signature/signature_encoder.h"
+#include "signature/signature_index.h"
+#include "signature/signature_walk.h"
+
+namespace fi {
+
+inline constexpr size_t kSupplementRows = 495;
+
+// Size of the encoded table in bytes.
+inline constexpr size_t kSupplementTableSize = 9249;
+
+extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
+extern const SignatureIndex<kSupplementRows> kSupplementIndex;
+
+// Walks this table, and tells what an answer of one of its rows rests on (signature_walk.h).
+WalkResult WalkSupplement(SignatureRun& run);
+uint16_t BasisOfSupplementRow(uint16_t row);
+
+}  // namespace fi
+
+#endif  // FI_TABLES_SUPPLEMENT_TABLE_H_

@@ -1,0 +1,106 @@
+// Hashes, AES and HMAC over libcrypto. Every call answers false when libcrypto is missing, when
+// memory ran out or when an algorithm is not to be had (a FIPS set-up without SHA-1).
+#ifndef FI_TOOLKIT_OPENSSL_EVP_H_
+#define FI_TOOLKIT_OPENSSL_EVP_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <string_view>
+
+#include "toolkit/openssl/libcrypto.h"
+#include "toolkit/openssl/secret_bytes.h"
+
+namespace fi::crypto {
+
+constexpr size_t kAesBlock = 16;
+constexpr size_t kMaxKey = 32;
+constexpr size_t kMaxHash = 64;
+
+using HashValue = SecretBytes<kMaxHash>;
+
+enum class HashAlgorithm { kSha1, kSha256, kSha384, kSha512 };
+
+// Bytes of a hash value.
+size_t HashSize(HashAlgorithm algorithm);
+
+// Takes back, at the end of a scope, what failed calls in it left in the thread's queue of errors:
+// a host that shares libcrypto would take them for those of its own calls.
+class ErrorMark {
+ public:
+  ErrorMark();
+  ~ErrorMark();
+  ErrorMark(const ErrorMark&) = delete;
+  ErrorMark& operator=(const ErrorMark&) = delete;
+
+ private:
+  const LibCrypto* const lib_;
+};
+
+class Hasher {
+ public:
+  explicit Hasher(HashAlgorithm algorithm);
+  ~Hasher();
+  Hasher(const Hasher&) = delete;
+  Hasher& operator=(const Hasher&) = delete;
+
+  // Hash of the parts, one behind the other. `value` may hold one of the parts.
+  bool Hash(std::initializer_list<Bytes> parts, HashValue* value);
+
+ private:
+  const LibCrypto* const lib_;
+  EVP_MD* digest_ = nullptr;
+  EVP_MD_CTX* context_ = nullptr;
+};
+
+enum class AesMode { kEcb, kCbc };
+
+class AesDecryptor {
+ public:
+  // `key` holds 16, 24 or 32 bytes; of any other size, nothing is decrypted.
+  AesDecryptor(AesMode mode, Bytes key);
+  ~AesDecryptor();
+  AesDecryptor(const AesDecryptor&) = delete;
+  AesDecryptor& operator=(const AesDecryptor&) = delete;
+
+  // Decrypts whole blocks without padding to `out`, which has room for as many bytes. `iv` holds
+  // kAesBlock bytes in CBC mode and is ignored in ECB mode. False when `in` is no whole number of
+  // blocks.
+  bool Decrypt(Bytes iv, Bytes in, uint8_t* out);
+
+ private:
+  const LibCrypto* const lib_;
+  const AesMode mode_;
+  EVP_CIPHER* cipher_ = nullptr;
+  EVP_CIPHER_CTX* context_ = nullptr;
+  bool ready_ = false;
+};
+
+class Hmac {
+ public:
+  Hmac(HashAlgorithm algorithm, Bytes key);
+  ~Hmac();
+  Hmac(const Hmac&) = delete;
+  Hmac& operator=(const Hmac&) = delete;
+
+  bool Update(Bytes bytes);
+  bool Finish(HashValue* value);
+
+ private:
+  const LibCrypto* const lib_;
+  EVP_MAC* mac_ = nullptr;
+  EVP_MAC_CTX* context_ = nullptr;
+  bool ready_ = false;
+};
+
+// The PBKDF2 key (RFC 8018) of `size` bytes over HMAC-SHA1. `rounds` is 1 to INT_MAX.
+bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size);
+
+// Decodes base64 of up to `capacity` bytes, padded to a multiple of four and without line ends.
+// False, and nothing counts as stored, for anything else.
+bool DecodeBase64(std::string_view text, uint8_t* out, size_t capacity, size_t* size);
+
+}  // namespace fi::crypto
+
+#endif  // FI_TOOLKIT_OPENSSL_EVP_H_
