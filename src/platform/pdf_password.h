@@ -8,8 +8,8 @@
 
 namespace fi {
 
-// The entries of an encryption dictionary of the standard security handler, and the first element of
-// the file identifier. `length` is that of the key in bits.
+// The entries of an encryption dictionary of the standard security handler, and the first element
+// of the file identifier. `length` is that of the key in bits.
 struct PdfEncryption {
   static constexpr size_t kMaxString = 127;
 
@@ -27,8 +27,8 @@ struct PdfEncryption {
 
 enum class PdfOpening { kUnknown, kWithoutPassword, kWithPassword };
 
-// Tries the empty user password. kUnknown for a revision that is not described, for entries of another
-// size, and where libcrypto is not to be had.
+// Tries the empty user password. kUnknown for a revision that is not described, for entries of
+// another size, and where libcrypto is not to be had.
 PdfOpening HowPdfOpens(const PdfEncryption& encryption);
 
 }  // namespace fi

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "properties/pdf.h"
+#include "properties/text.h"
 #include "registry/format_ids.h"
 
 namespace fi {
@@ -16,7 +17,7 @@ struct FamilyRow {
   Family read;
 };
 
-// Sorted by identifier.
+// Sorted by identifier. A format without a family is read as text, where its bytes are.
 constexpr FamilyRow kFamilies[] = {
     {kFormatPdf, ReadPdfProperties},
     {kFormatIllustratorPdf, ReadPdfProperties},
@@ -27,7 +28,8 @@ static_assert(std::ranges::is_sorted(kFamilies, {}, &FamilyRow::id));
 
 void ReadProperties(const PropertyQuestion& question, PropertySet& out) {
   const FamilyRow* row = std::ranges::lower_bound(kFamilies, question.id, {}, &FamilyRow::id);
-  if (row != std::end(kFamilies) && row->id == question.id) row->read(question, out);
+  if (row != std::end(kFamilies) && row->id == question.id) return row->read(question, out);
+  ReadTextProperties(question, out);
 }
 
 }  // namespace fi

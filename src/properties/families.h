@@ -1,5 +1,5 @@
-// Reads the properties of a file whose format is known. A family of formats has a file pair of its own
-// in this folder; families.cc is the one that knows them all.
+// Reads the properties of a file whose format is known. A family of formats has a file pair of its
+// own in this folder; families.cc is the one that knows them all.
 #ifndef FI_PROPERTIES_FAMILIES_H_
 #define FI_PROPERTIES_FAMILIES_H_
 
@@ -16,8 +16,8 @@ struct PropertyQuestion {
   FormatId id;                   // what the file was identified as
 };
 
-// Reads what the family of `question.id` knows; nothing for a format of no family. Properties of
-// damaged files are absent or say so; the identifier stays whatever they say.
+// Reads what the family of `question.id` knows, and of a format without a family what its text
+// tells. Properties of damaged files are absent or say so; the identifier stays whatever they say.
 void ReadProperties(const PropertyQuestion& question, PropertySet& out);
 
 }  // namespace fi

@@ -31,7 +31,8 @@ std::string_view VersionNumber(std::string_view text) {
 
 // The catalogue may raise the version that the header tells.
 void ReadVersion(const PdfFile& file, std::string_view catalogue, PropertySet& out) {
-  const std::string_view header = VersionNumber(file.head().substr(std::min<size_t>(5, file.head().size())));
+  const std::string_view header =
+      VersionNumber(file.head().substr(std::min<size_t>(5, file.head().size())));
   const std::string_view entry = Entry(catalogue, "Version");
   const std::string_view raised = entry.starts_with('/') ? VersionNumber(entry.substr(1)) : entry;
   if (raised > header && !VersionNumber(raised).empty()) {
@@ -98,7 +99,8 @@ void ReadPermissions(int64_t permissions, PropertySet& out) {
   constexpr struct {
     int bit;  // counted from 1, as in the table of the standard
     std::string_view name;
-  } kBits[] = {{3, "print"}, {4, "modify"}, {5, "copy"}, {6, "annotate"}, {9, "forms"}, {11, "assemble"}};
+  } kBits[] = {{3, "print"},    {4, "modify"}, {5, "copy"},
+               {6, "annotate"}, {9, "forms"},  {11, "assemble"}};
   ShortText withheld;
   for (const auto& bit : kBits) {
     if ((static_cast<uint64_t>(permissions) >> (bit.bit - 1) & 1) != 0) continue;
@@ -171,7 +173,8 @@ void ReadEncryption(PdfFile& file, PropertySet& out) {
   }
 }
 
-// A signature field that has a value. Fields may be kids of others; two levels serve all writers met.
+// A signature field that has a value. Fields may be kids of others; two levels serve all writers
+// met.
 bool HasSignature(PdfFile& file, uint32_t form) {
   constexpr size_t kMaxFields = 32;
   // Each look-up ends the life of the text of the one before it.
@@ -210,7 +213,8 @@ void ReadLinearization(const PdfFile& file, PropertySet& out) {
   if (begin == std::string_view::npos) return;
   const std::string_view dictionary = file.head().substr(begin);
   if (Integer(Entry(dictionary, "L")) != file.size()) return;
-  out.Set(Property::kLinearized, "yes", "header", file.headerOffset() + static_cast<int64_t>(begin));
+  out.Set(Property::kLinearized, "yes", "header",
+          file.headerOffset() + static_cast<int64_t>(begin));
 }
 
 void ReadEnd(const PdfFile& file, PropertySet& out) {

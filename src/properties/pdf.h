@@ -1,5 +1,5 @@
-// PDF (ISO 32000): version, subsets by the XMP metadata, encryption, signatures, and what stands behind
-// the end.
+// PDF (ISO 32000): version, subsets by the XMP metadata, encryption, signatures, and what stands
+// behind the end.
 #ifndef FI_PROPERTIES_PDF_H_
 #define FI_PROPERTIES_PDF_H_
 

@@ -272,13 +272,12 @@ bool PdfFile::LookInTable(uint32_t number, int64_t offset, Place* place, int64_t
     const std::string_view countText = Value(head.substr(firstText.size()));
     const int64_t entries = Integer(countText).value_or(-1);
     if (entries < 0 || entries > size_ / kTableEntrySize) return false;
-    const std::string_view table =
-        SkipSpace(text.substr(static_cast<size_t>(countText.data() - text.data()) + countText.size()));
+    const std::string_view table = SkipSpace(
+        text.substr(static_cast<size_t>(countText.data() - text.data()) + countText.size()));
     offset += table.data() - text.data();
     if (number >= *first && number - *first < entries) {
       std::array<char, kTableEntrySize> bytes;
-      const std::string_view entry =
-          ReadText(offset + (number - *first) * kTableEntrySize, bytes);
+      const std::string_view entry = ReadText(offset + (number - *first) * kTableEntrySize, bytes);
       const std::optional<int64_t> where = Integer(entry);
       if (entry.size() < 18 || !where.has_value() || entry[17] != 'n') return false;
       *place = {Place::Kind::kOffset, static_cast<uint64_t>(*where)};
@@ -301,8 +300,7 @@ bool PdfFile::LookInStream(uint32_t number, Section* section, Place* place) {
   const int64_t row = RowOf(dictionary, number);
   const size_t data = DataOffset(text, dictionary);
   if (!widths.isValid || row < 0 || data == std::string_view::npos) return false;
-  const std::string_view rows =
-      Inflated(dictionary, section->offset + static_cast<int64_t>(data));
+  const std::string_view rows = Inflated(dictionary, section->offset + static_cast<int64_t>(data));
   const uint64_t begin = static_cast<uint64_t>(row) * widths.Row();
   if (begin >= rows.size() || widths.Row() > rows.size() - begin) return false;
   const std::string_view entry = rows.substr(begin, widths.Row());
@@ -319,8 +317,8 @@ std::string_view PdfFile::Inflated(std::string_view dictionary, int64_t dataOffs
   if (inflatedFrom_ == dataOffset) return {inflated_.data(), inflatedLength_};
   const int64_t length = Integer(Entry(dictionary, "Length")).value_or(-1);
   const bool isKnown = length >= 0 && !Reference(Entry(dictionary, "Length")).has_value();
-  const auto most = static_cast<size_t>(
-      isKnown ? std::min<int64_t>(length, kPackedSize) : int64_t{kPackedSize});
+  const auto most =
+      static_cast<size_t>(isKnown ? std::min<int64_t>(length, kPackedSize) : int64_t{kPackedSize});
   const uint32_t packed = ReadAt(dataOffset, std::span(packed_).first(most));
   auto* out = reinterpret_cast<uint8_t*>(inflated_.data());
   size_t size = packed;

@@ -1,5 +1,6 @@
 // The structure of a PDF file (ISO 32000-1, 7.5): header, cross-reference sections, trailer, and
-// objects by their numbers. Nothing is repaired: an object that the sections do not lead to is absent.
+// objects by their numbers. Nothing is repaired: an object that the sections do not lead to is
+// absent.
 #ifndef FI_PROPERTIES_PDF_FILE_H_
 #define FI_PROPERTIES_PDF_FILE_H_
 
@@ -40,7 +41,8 @@ class PdfFile {
   // What `value` stands for: the object that it refers to, else itself.
   std::string_view Resolve(std::string_view value);
 
-  // The first bytes of the stream of an object, inflated where it is packed so, until the next call.
+  // The first bytes of the stream of an object, inflated where it is packed so, until the next
+  // call.
   std::string_view StreamOf(uint32_t number);
 
  private:

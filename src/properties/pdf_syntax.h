@@ -1,5 +1,6 @@
-// Objects of PDF as text (ISO 32000-1, 7.3): how far a value reaches, the entries of a dictionary, and
-// the bytes of a string. Everything works on text that is in memory and takes what is cut off for absent.
+// Objects of PDF as text (ISO 32000-1, 7.3): how far a value reaches, the entries of a dictionary,
+// and the bytes of a string. Everything works on text that is in memory and takes what is cut off
+// for absent.
 #ifndef FI_PROPERTIES_PDF_SYNTAX_H_
 #define FI_PROPERTIES_PDF_SYNTAX_H_
 
@@ -31,8 +32,8 @@ std::optional<uint32_t> Reference(std::string_view text);
 // The element of an array, counted from 0; empty behind the last.
 std::string_view Element(std::string_view array, size_t index);
 
-// Decodes a literal or hexadecimal string into `out`. The number of bytes stored; the rest of a longer
-// one is left out.
+// Decodes a literal or hexadecimal string into `out`. The number of bytes stored; the rest of a
+// longer one is left out.
 size_t DecodeString(std::string_view text, std::span<uint8_t> out);
 
 }  // namespace fi::pdf

@@ -6,9 +6,9 @@ namespace fi {
 namespace {
 
 constexpr std::string_view kNames[] = {
-    "version",  "profile",    "encryption", "encryption_scheme", "permissions",
-    "charset",  "line_ends",  "byte_order", "machine",           "kind",
-    "signed",   "macros",     "linearized", "damaged",           "trailing_bytes",
+    "version", "profile",   "encryption", "encryption_scheme", "permissions",
+    "charset", "line_ends", "byte_order", "machine",           "kind",
+    "signed",  "macros",    "linearized", "damaged",           "trailing_bytes",
 };
 static_assert(std::size(kNames) == kPropertyCount);
 

@@ -57,9 +57,9 @@ class PropertyValue {
 
 class PropertySet {
  public:
-  // Sets a property that is not set yet: the first place that tells it counts. What is longer is cut,
-  // and a character that is not printable ASCII becomes "?", for values come out of the file. An empty
-  // value sets nothing.
+  // Sets a property that is not set yet: the first place that tells it counts. What is longer is
+  // cut, and a character that is not printable ASCII becomes "?", for values come out of the file.
+  // An empty value sets nothing.
   void Set(Property property, std::string_view value, std::string_view place = {},
            int64_t offset = PropertyValue::kNoOffset);
 

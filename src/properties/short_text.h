@@ -1,5 +1,5 @@
-// A text of up to 63 characters that is put together, as the value of a property is. What does not fit
-// is left out.
+// A text of up to 63 characters that is put together, as the value of a property is. What does not
+// fit is left out.
 #ifndef FI_PROPERTIES_SHORT_TEXT_H_
 #define FI_PROPERTIES_SHORT_TEXT_H_
 

@@ -1,5 +1,5 @@
-// The empty user password of a PDF file: revisions 2 to 4 derive an RC4 key by MD5, 5 and 6 compare a
-// salted hash.
+// The empty user password of a PDF file: revisions 2 to 4 derive an RC4 key by MD5, 5 and 6 compare
+// a salted hash.
 
 #include "platform/pdf_password.h"
 
