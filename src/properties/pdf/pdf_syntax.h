@@ -1,8 +1,8 @@
 // Objects of PDF as text (ISO 32000-1, 7.3): how far a value reaches, the entries of a dictionary,
 // and the bytes of a string. Everything works on text that is in memory and takes what is cut off
 // for absent.
-#ifndef FI_PROPERTIES_PDF_SYNTAX_H_
-#define FI_PROPERTIES_PDF_SYNTAX_H_
+#ifndef FI_PROPERTIES_PDF_PDF_SYNTAX_H_
+#define FI_PROPERTIES_PDF_PDF_SYNTAX_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -38,4 +38,4 @@ size_t DecodeString(std::string_view text, std::span<uint8_t> out);
 
 }  // namespace fi::pdf
 
-#endif  // FI_PROPERTIES_PDF_SYNTAX_H_
+#endif  // FI_PROPERTIES_PDF_PDF_SYNTAX_H_

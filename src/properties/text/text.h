@@ -1,8 +1,8 @@
 // Text: the character set by its bytes, and the ends of its lines.
-#ifndef FI_PROPERTIES_TEXT_H_
-#define FI_PROPERTIES_TEXT_H_
+#ifndef FI_PROPERTIES_TEXT_TEXT_H_
+#define FI_PROPERTIES_TEXT_TEXT_H_
 
-#include "properties/families.h"
+#include "properties/record/property_question.h"
 
 namespace fi {
 
@@ -11,4 +11,4 @@ void ReadTextProperties(const PropertyQuestion& question, PropertySet& out);
 
 }  // namespace fi
 
-#endif  // FI_PROPERTIES_TEXT_H_
+#endif  // FI_PROPERTIES_TEXT_TEXT_H_

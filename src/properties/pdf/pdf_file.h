@@ -1,8 +1,8 @@
 // The structure of a PDF file (ISO 32000-1, 7.5): header, cross-reference sections, trailer, and
 // objects by their numbers. Nothing is repaired: an object that the sections do not lead to is
 // absent.
-#ifndef FI_PROPERTIES_PDF_FILE_H_
-#define FI_PROPERTIES_PDF_FILE_H_
+#ifndef FI_PROPERTIES_PDF_PDF_FILE_H_
+#define FI_PROPERTIES_PDF_PDF_FILE_H_
 
 #include <array>
 #include <cstdint>
@@ -103,4 +103,4 @@ class PdfFile {
 
 }  // namespace fi::pdf
 
-#endif  // FI_PROPERTIES_PDF_FILE_H_
+#endif  // FI_PROPERTIES_PDF_PDF_FILE_H_

@@ -1,6 +1,6 @@
 // The properties of one file: what stands beside its format, each with the place it was read at.
-#ifndef FI_PROPERTIES_PROPERTY_SET_H_
-#define FI_PROPERTIES_PROPERTY_SET_H_
+#ifndef FI_PROPERTIES_RECORD_PROPERTY_SET_H_
+#define FI_PROPERTIES_RECORD_PROPERTY_SET_H_
 
 #include <algorithm>
 #include <array>
@@ -85,4 +85,4 @@ class PropertySet {
 
 }  // namespace fi
 
-#endif  // FI_PROPERTIES_PROPERTY_SET_H_
+#endif  // FI_PROPERTIES_RECORD_PROPERTY_SET_H_

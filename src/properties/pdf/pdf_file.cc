@@ -1,4 +1,4 @@
-#include "properties/pdf_file.h"
+#include "properties/pdf/pdf_file.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -8,7 +8,7 @@
 
 #include "formatid/io.h"
 #include "platform/inflate.h"
-#include "properties/pdf_syntax.h"
+#include "properties/pdf/pdf_syntax.h"
 #include "stream/file_bytes.h"
 
 namespace fi::pdf {

@@ -1,4 +1,4 @@
-#include "properties/pdf_syntax.h"
+#include "properties/pdf/pdf_syntax.h"
 
 #include <limits>
 

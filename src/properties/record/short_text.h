@@ -1,7 +1,7 @@
 // A text of up to 63 characters that is put together, as the value of a property is. What does not
 // fit is left out.
-#ifndef FI_PROPERTIES_SHORT_TEXT_H_
-#define FI_PROPERTIES_SHORT_TEXT_H_
+#ifndef FI_PROPERTIES_RECORD_SHORT_TEXT_H_
+#define FI_PROPERTIES_RECORD_SHORT_TEXT_H_
 
 #include <algorithm>
 #include <array>
@@ -47,4 +47,4 @@ class ShortText {
 
 }  // namespace fi
 
-#endif  // FI_PROPERTIES_SHORT_TEXT_H_
+#endif  // FI_PROPERTIES_RECORD_SHORT_TEXT_H_

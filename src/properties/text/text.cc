@@ -1,4 +1,4 @@
-#include "properties/text.h"
+#include "properties/text/text.h"
 
 #include <algorithm>
 #include <array>

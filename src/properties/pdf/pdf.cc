@@ -1,4 +1,4 @@
-#include "properties/pdf.h"
+#include "properties/pdf/pdf.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "platform/pdf_password.h"
-#include "properties/pdf_file.h"
-#include "properties/pdf_syntax.h"
-#include "properties/short_text.h"
+#include "properties/pdf/pdf_file.h"
+#include "properties/pdf/pdf_syntax.h"
+#include "properties/record/short_text.h"
 
 namespace fi {
 namespace {

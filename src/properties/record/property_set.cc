@@ -1,4 +1,4 @@
-#include "properties/property_set.h"
+#include "properties/record/property_set.h"
 
 #include <charconv>
 
