@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "properties/archive/arj.h"
+#include "properties/archive/rar.h"
+#include "properties/archive/zip.h"
 #include "properties/database/sqlite.h"
 #include "properties/drawing/dwg.h"
 #include "properties/drawing/dxf.h"
@@ -20,6 +23,8 @@
 #include "properties/program/java_class.h"
 #include "properties/program/mach_o.h"
 #include "properties/program/pe.h"
+#include "properties/text/markup.h"
+#include "properties/text/rich_text.h"
 #include "properties/text/text.h"
 #include "registry/format_ids.h"
 
@@ -35,6 +40,7 @@ struct FamilyRow {
 
 // Sorted by identifier. A format without a family is read as text, where its bytes are.
 constexpr FamilyRow kFamilies[] = {
+    {kFormatRichText, ReadRichTextProperties},
     {kFormatBmp, ReadBitmapProperties},
     {kFormatTiff, ReadTiffProperties},
     {kFormatGif, ReadGifProperties},
@@ -62,16 +68,22 @@ constexpr FamilyRow kFamilies[] = {
     {kFormatJpeg2000Jpxb, ReadJpeg2000Properties},
     {kFormatMotionJpeg2000, ReadJpeg2000Properties},
     {kFormatHeif, ReadHeifProperties},
+    {kFormatZip, ReadZipProperties},
     {kFormatExecutable, ReadPeProperties},
     {kFormatJavaClass, ReadJavaClassProperties},
+    {kFormatRar, ReadRarProperties},
     {kFormatAutoCad2010, ReadDwgProperties},
     {kFormatAutoCad2013, ReadDwgProperties},
     {kFormatElf, ReadElfProperties},
     {kFormatMachO, ReadMachOProperties},
+    {kFormatArj, ReadArjProperties},
     {kFormatWebP, ReadWebPProperties},
     {kFormatBigTiff, ReadTiffProperties},
+    {kFormatSvg, ReadMarkupProperties},
     {kFormatWave, ReadWaveProperties},
     {kFormatSqlite, ReadSqliteProperties},
+    {kFormatXml, ReadMarkupProperties},
+    {kFormatHtml, ReadMarkupProperties},
     {kFormatAutoCad2018, ReadDwgProperties},
 };
 static_assert(std::ranges::is_sorted(kFamilies, {}, &FamilyRow::id));
