@@ -17,16 +17,27 @@
 #include "properties/image/png.h"
 #include "properties/image/tiff.h"
 #include "properties/image/webp.h"
+#include "properties/keys/cms.h"
+#include "properties/keys/openpgp.h"
+#include "properties/keys/pem.h"
+#include "properties/mail/internet_message.h"
+#include "properties/mail/outlook_message.h"
 #include "properties/media/wave.h"
+#include "properties/office/binary_office.h"
+#include "properties/office/encrypted_package.h"
+#include "properties/package/package.h"
 #include "properties/pdf/pdf.h"
 #include "properties/program/elf.h"
 #include "properties/program/java_class.h"
 #include "properties/program/mach_o.h"
 #include "properties/program/pe.h"
+#include "properties/program/python_byte_code.h"
 #include "properties/text/markup.h"
 #include "properties/text/rich_text.h"
 #include "properties/text/text.h"
 #include "registry/format_ids.h"
+#include "stream/child_stream.h"
+#include "stream/file_bytes.h"
 
 namespace fi {
 namespace {
@@ -38,9 +49,17 @@ struct FamilyRow {
   Family read;
 };
 
-// Sorted by identifier. A format without a family is read as text, where its bytes are.
+// Sorted by identifier. Documents in compound files and packages are many identifiers of few
+// families: they are told by their container. What is neither is read as text, where its bytes are.
 constexpr FamilyRow kFamilies[] = {
     {kFormatRichText, ReadRichTextProperties},
+    {kFormatRfc822Message, ReadInternetMessageProperties},
+    {kFormatWeakMailMessage, ReadInternetMessageProperties},
+    {kFormatMimeMailMessage, ReadInternetMessageProperties},
+    {kFormatEmlMessage, ReadInternetMessageProperties},
+    {kFormatAppleMailMessage, ReadInternetMessageProperties},
+    {kFormatSMimeMessage, ReadInternetMessageProperties},
+    {kFormatSMimeSignedMessage, ReadInternetMessageProperties},
     {kFormatBmp, ReadBitmapProperties},
     {kFormatTiff, ReadTiffProperties},
     {kFormatGif, ReadGifProperties},
@@ -84,15 +103,36 @@ constexpr FamilyRow kFamilies[] = {
     {kFormatSqlite, ReadSqliteProperties},
     {kFormatXml, ReadMarkupProperties},
     {kFormatHtml, ReadMarkupProperties},
+    {kFormatPem, ReadPemProperties},
+    {kFormatPgpArmoured, ReadOpenPgpProperties},
+    {kFormatOpenPgpBinary, ReadOpenPgpProperties},
+    {kFormatCmsDer, ReadCmsProperties},
     {kFormatAutoCad2018, ReadDwgProperties},
 };
 static_assert(std::ranges::is_sorted(kFamilies, {}, &FamilyRow::id));
+
+// Documents in compound files: an encrypted package, an item of Outlook, else perhaps of Office.
+void ReadStorageProperties(const PropertyQuestion& question, PropertySet& out) {
+  IOHandle* document = question.stream->handle;
+  if (HasStream(document, "EncryptedPackage")) return ReadEncryptedPackageProperties(question, out);
+  if (HasStream(document, "__properties_version1.0")) {
+    return ReadOutlookMessageProperties(question, out);
+  }
+  ReadBinaryOfficeProperties(question, out);
+}
+
+bool IsPackage(IdentificationStream* stream) {
+  const FileBytes<4> head(stream, 0);
+  return head.Holds(0, "PK\x03\x04") || head.Holds(0, "PK\x05\x06");
+}
 
 }  // namespace
 
 void ReadProperties(const PropertyQuestion& question, PropertySet& out) {
   const FamilyRow* row = std::ranges::lower_bound(kFamilies, question.id, {}, &FamilyRow::id);
   if (row != std::end(kFamilies) && row->id == question.id) return row->read(question, out);
+  if (IsStorage(question.stream->handle)) return ReadStorageProperties(question, out);
+  if (IsPackage(question.stream)) return ReadPackageProperties(question, out);
   ReadTextProperties(question, out);
 }
 
