@@ -13,11 +13,11 @@ namespace {
 // Records of the globals that come before the one of encryption.
 constexpr uint32_t kMaxRecords = 32;
 
-// The version of an encryption header, which tells RC4 with a key of 40 bits from the CryptoAPI.
-std::string_view SchemeOfHeader(uint32_t major, uint32_t minor) {
-  if (major == 1 && minor == 1) return "RC4 40-bit";
-  if (major >= 2 && major <= 4 && minor == 2) return "RC4 CryptoAPI";
-  return {};
+// The version of an encryption header tells RC4 with a key of 40 bits from the CryptoAPI: 1.1, and 2.2
+// to 4.2. Writers differ in the minor number.
+std::string_view SchemeOfHeader(uint32_t major) {
+  if (major == 1) return "RC4 40-bit";
+  return major >= 2 && major <= 4 ? "RC4 CryptoAPI" : std::string_view();
 }
 
 void SetEncrypted(std::string_view scheme, std::string_view place, int64_t offset,
@@ -48,7 +48,7 @@ bool ReadWord(IOHandle* document, PropertySet& out) {
     const ChildStream table(document, name);
     if (table) {
       const FileBytes<4> header(table.get(), 0);
-      scheme = SchemeOfHeader(header.WordLE(0), header.WordLE(2));
+      scheme = SchemeOfHeader(header.WordLE(0));
     }
   }
   SetEncrypted(scheme, "WordDocument", kFlags, out);
@@ -74,7 +74,7 @@ bool ReadExcel(IOHandle* document, PropertySet& out) {
       if (type == kFilePass) {
         // Before Excel 97 the record holds an XOR key alone.
         const bool isRc4 = record.WordLE(2) > 4 && record.WordLE(4) == 1;
-        SetEncrypted(isRc4 ? SchemeOfHeader(record.WordLE(6), record.WordLE(8)) : "XOR", name,
+        SetEncrypted(isRc4 ? SchemeOfHeader(record.WordLE(6)) : "XOR", name,
                      offset, out);
         return true;
       }

@@ -35,8 +35,10 @@ void ReadRichTextProperties(const PropertyQuestion& question, PropertySet& out) 
   size_t offset = 0;
   out.Set(Property::kVersion, Parameter(text, "\\rtf", &offset), "\\rtf", 0);
   if (const std::string_view page = Parameter(text, "\\ansicpg", &offset); !page.empty()) {
-    ShortText charset("windows-");
+    // Pages below 900 are those of DOS; 10000 is that of the Macintosh.
+    ShortText charset(page.size() < 3 || (page.size() == 3 && page < "900") ? "cp" : "windows-");
     charset.Append(page);
+    if (page == "10000") charset = ShortText("macintosh");
     out.Set(Property::kCharset, charset.view(), "\\ansicpg", static_cast<int64_t>(offset));
   } else if (HasWord(text, "\\mac")) {
     out.Set(Property::kCharset, "macintosh", "\\mac");
