@@ -241,7 +241,8 @@ void ReadPdfProperties(const PropertyQuestion& question, PropertySet& out) {
   ReadEncryption(*file, out);
   const std::optional<uint32_t> root = pdf::Reference(Entry(file->trailer(), "Root"));
   const std::string_view catalogue = root.has_value() ? file->Object(*root) : std::string_view();
-  if (root.has_value() && catalogue.empty() && !out.Has(Property::kEncryption)) {
+  // In an encrypted file the catalogue may stand in an object stream that cannot be read.
+  if (root.has_value() && catalogue.empty() && out.Is(Property::kEncryption, "none")) {
     out.Set(Property::kDamaged, "catalogue", "trailer");
   }
   ReadVersion(*file, catalogue, out);

@@ -46,8 +46,8 @@ class Utf8Check {
     }
   }
 
-  // A sequence that the end of the data cuts off is no fault.
-  bool IsUtf8() const { return isValid_ && hasSequence_; }
+  // A sequence may be cut off where the looking ends, but not where the text does.
+  bool IsUtf8(bool isCut) const { return isValid_ && hasSequence_ && (isCut || more_ == 0); }
 
  private:
   void Lead(uint8_t byte) {
@@ -160,14 +160,15 @@ ByteText ScanBytes(IdentificationStream* stream, size_t start) {
   if (IdStreamSeek(stream, static_cast<int64_t>(start), kIoFromStart) != 0) return text;
   Utf8Check utf8;
   LineEnds ends;
-  for (uint64_t read = 0; read < kMostBytes; ++read) {
+  uint64_t read = 0;
+  for (; read < kMostBytes; ++read) {
     const uint32_t byte = IdStreamGetByte(stream);
     if (byte == kEndOfData) break;
     text.kinds |= kKinds[byte];
     utf8.Take(static_cast<uint8_t>(byte));
     ends.Take(byte);
   }
-  text.isUtf8 = utf8.IsUtf8();
+  text.isUtf8 = utf8.IsUtf8(read == kMostBytes);
   text.lineEnds = ends.Name();
   return text;
 }
