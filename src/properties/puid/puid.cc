@@ -55,7 +55,9 @@ bool HoldsDocument(IOHandle* handle) {
   if (package == nullptr) return true;
   for (const std::string_view member :
        {"mimetype", "[Content_Types].xml", "_rels/.rels", "META-INF/manifest.xml", "content.xml",
-        "META-INF/container.xml", "index.xml", "Index.zip"}) {
+        "META-INF/container.xml", "index.xml", "index.apxl", "Index.zip", "content/riffData.cdr",
+        "ppt/presentation.xml", "FixedDocumentSequence.fdseq",
+        "Metadata/BuildVersionHistory.plist"}) {
     if (HasMember(package.get(), member)) return true;
   }
   return false;
