@@ -4,14 +4,18 @@
 
 #include <cstdint>
 
-#include "formatid/platform.h"
+#include "formatid/io.h"
+#include "stream/id_stream.h"
 #include "stream/identification_job.h"
 
 namespace fi {
 
-// What FIIdHandle promises, for the exports. `evidence` may be null; it is filled in any case but a
-// failed stream.
-uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvidence* evidence);
+// What FIIdHandle promises, for the exports.
+Answer IdentifyHandle(IOHandle* handle, uint32_t flags);
+
+// The same over a stream at the start of its handle, with the behaviour given: options of the
+// process are neither read nor set. `classOnly` is the flag kFiClassOnly.
+Answer IdentifyStream(IdentificationStream* stream, const Behaviour& behaviour, bool classOnly);
 
 // What the exports lend to the probes that decrypt: the callback that the host registered, and
 // IdentifyHandle without flags.

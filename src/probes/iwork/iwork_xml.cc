@@ -47,7 +47,7 @@ io::OwnedHandle OpenIndex(IOHandle* package) {
 
 }  // namespace
 
-GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
+PackageAnswer IworkXmlPackageProbe(IOHandle* package) {
   if (!HasMember(package, "buildVersionHistory.plist")) return kGoOn;
   const bool hasPreview = HasMember(package, "QuickLook/Preview.pdf");
   const io::OwnedHandle index = OpenIndex(package);
@@ -62,14 +62,15 @@ GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
     }
   }
   // Deliberate: the last of the elements wins, so that the whole index is read.
+  PackageAnswer answer = kChainEnds;
   UTXMLTag tag{};
   while (NextElement(reader.get(), &tag)) {
     for (const Application& application : kApplications) {
       if (tag.id != application.names[0].id) continue;
-      *id = hasPreview ? application.withPreview : application.plain;
+      answer.id = hasPreview ? application.withPreview : application.plain;
     }
   }
-  return kChainEnds;
+  return answer;
 }
 
 }  // namespace fi
