@@ -95,7 +95,7 @@ Answer AnswerOf(const SupplementAnswer& found) { return {kFiOk, found.id, {found
 Answer Refine(SignatureRun& run, Answer answer) {
   const SupplementAnswer found = RefineGeneralAnswer(run, answer.id);
   if (!found) return answer;
-  return {answer.status, found.id, {found.basis, 0}};
+  return {answer.status, found.id, {found.basis, 0}, answer.decryption};
 }
 
 // A file that is no storage and that no signature claimed: the text fallback and, where it is asked
@@ -121,7 +121,7 @@ Answer IdentifyUnmatched(SignatureRun& run, const Behaviour& behaviour) {
     FormatId id = kNoMatch;
     const uint32_t status = ClassifyCompoundDocument(run.stream, run.extension.data(), &id);
     if (id != kFormatUnknown && id != kNoMatch) {
-      const Answer answer{status, id, {kFiBasisContent, 0}};
+      const Answer answer{status, id, {kFiBasisContent, 0}, status};
       return behaviour.supplement ? Refine(run, answer) : answer;
     }
   }
@@ -149,9 +149,14 @@ Answer FinishMatch(SignatureRun& run, const WalkResult& match, bool isProtected,
   Rewind(handle);
   if (isProtected) {
     answer.id = ProtectedFormat(answer.id);
-  } else if (ReportsDecryption(answer.id) && run.status != kFiPasswordNeeded) {
-    answer.status = run.status;
-    return answer;
+    // A class may say no more than that nothing is known: the answer rests on it all the same.
+    answer.evidence = {BasisOfRow(match.row), match.row};
+  } else if (ReportsDecryption(answer.id)) {
+    answer.decryption = run.status;
+    if (run.status != kFiPasswordNeeded) {
+      answer.status = run.status;
+      return answer;
+    }
   }
   if (answer.id == kFormatPlainUtf8Text && behaviour.delimited) {
     if (const ScopedStream fresh(handle); fresh) {
@@ -166,8 +171,8 @@ Answer FinishMatch(SignatureRun& run, const WalkResult& match, bool isProtected,
   return answer;
 }
 
-Answer IdentifyDecrypted(IOHandle* handle, const IdentificationJob& /*job*/) {
-  return IdentifyHandle(handle, 0);
+Answer IdentifyDecrypted(const IdentificationJob& job, IOHandle* handle) {
+  return IdentifyForJob(job, handle, 0);
 }
 
 }  // namespace
@@ -187,7 +192,17 @@ Answer IdentifyStream(IdentificationStream* stream, const Behaviour& behaviour, 
 }
 
 Answer IdentifyHandle(IOHandle* handle, uint32_t flags) {
-  const ScopedStream stream(handle, kHostJob);
+  return IdentifyForJob(kHostJob, handle, flags);
+}
+
+Answer IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work) {
+  IdentificationJob job = kHostJob;
+  job.work = work;
+  return IdentifyForJob(job, handle, flags);
+}
+
+Answer IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t flags) {
+  const ScopedStream stream(handle, job);
   if (!stream) return {.status = FI_NO_STREAM};
   return IdentifyStream(stream.get(), BehaviourOfHost(flags), (flags & kFiClassOnly) != 0);
 }

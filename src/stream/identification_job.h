@@ -12,11 +12,14 @@
 
 namespace fi {
 
+struct Work;
+
 // What one identification comes to.
 struct Answer {
   uint32_t status = kFiOk;  // of FIIdHandle
   FormatId id = kFormatUnknown;
   FIEvidence evidence{};
+  uint32_t decryption = kFiOk;  // how that went, also where the status leaves it out
 };
 
 // What a caller lets an identification look at beside the signatures.
@@ -28,19 +31,22 @@ struct Behaviour {
 
 struct IdentificationJob {
   // Identifies a decrypted view on behalf of the same caller. Never null.
-  Answer (*identify)(IOHandle* handle, const IdentificationJob& job);
+  Answer (*identify)(const IdentificationJob& job, IOHandle* handle);
 
   // Asks the host for a password; `passwordContext` is the first of its two last arguments. Never
   // null.
   FIPasswordCallback askPassword;
   uintptr_t passwordContext = 0;
 
+  // What the identification may cost and has cost; null: there is no limit and no record.
+  Work* work = nullptr;
+
   Behaviour behaviour{};
 };
 
 // The job of a stream that no caller stands behind: nothing is decrypted, nothing identified again.
 inline constexpr IdentificationJob kNoJob = {
-    [](IOHandle* /*handle*/, const IdentificationJob& /*job*/) {
+    [](const IdentificationJob& /*job*/, IOHandle* /*handle*/) {
       return Answer{.status = FI_NO_STREAM};
     },
     [](uint32_t /*code*/, FIPasswordRequest* request, uintptr_t /*first*/,

@@ -88,7 +88,7 @@ uint32_t DecryptAndReidentify(const IdentificationStream* document, FormatId* ou
   const io::OwnedHandle package(handles[2]);
   const auto result = static_cast<uint32_t>(int32_t{status});
   if (result != 0) return result;
-  const Answer decrypted = job.identify(package.get(), job);
+  const Answer decrypted = job.identify(job, package.get());
   *outId = decrypted.status == kFiOk ? MapDecryptedId(decrypted.id) : decrypted.id;
   return result;
 }
