@@ -123,7 +123,7 @@ TEST(PackageProbes, LastElementOfAnIndex) {
       std::string index = kRoot + each.attributes + ">";
       index.append(size - index.size(), ' ').append(each.tag);
       StorageHandle handle(IndexPackage(index));
-      ASSERT_EQ(RunDouble(handle), (Answer{each.id, 0})) << each.what << " at " << size;
+      ASSERT_EQ(RunDouble(handle), (Found{each.id, 0})) << each.what << " at " << size;
     }
   }
 }
@@ -137,7 +137,7 @@ TEST(PackageProbes, IndexInUtf16) {
     index += {c, '\0'};
   }
   StorageHandle handle(IndexPackage(index));
-  EXPECT_EQ(RunDouble(handle), (Answer{1485, 0}));
+  EXPECT_EQ(RunDouble(handle), (Found{1485, 0}));
 }
 
 TEST(PackageProbes, FilesThatAreNoPackage) {
