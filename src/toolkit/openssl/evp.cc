@@ -65,7 +65,7 @@ ErrorMark::~ErrorMark() {
 
 Hasher::Hasher(HashAlgorithm algorithm) : lib_(LoadLibCrypto()) {
   if (lib_ == nullptr) return;
-  digest_ = lib_->EVP_MD_fetch(nullptr, NameOf(algorithm), nullptr);
+  digest_ = lib_->EVP_MD_fetch(lib_->context, NameOf(algorithm), nullptr);
   context_ = lib_->EVP_MD_CTX_new();
 }
 
@@ -90,7 +90,7 @@ bool Hasher::Hash(std::initializer_list<Bytes> parts, HashValue* value) {
 AesDecryptor::AesDecryptor(AesMode mode, Bytes key) : lib_(LoadLibCrypto()), mode_(mode) {
   const char* name = NameOf(mode, key.size());
   if (lib_ == nullptr || name == nullptr) return;
-  cipher_ = lib_->EVP_CIPHER_fetch(nullptr, name, nullptr);
+  cipher_ = lib_->EVP_CIPHER_fetch(lib_->context, name, nullptr);
   context_ = lib_->EVP_CIPHER_CTX_new();
   if (cipher_ == nullptr || context_ == nullptr) return;
   ready_ = lib_->EVP_DecryptInit_ex(context_, cipher_, nullptr, key.data(), nullptr) == 1;
@@ -119,7 +119,7 @@ bool AesDecryptor::Decrypt(Bytes iv, Bytes in, uint8_t* out) {
 
 Hmac::Hmac(HashAlgorithm algorithm, Bytes key) : lib_(LoadLibCrypto()) {
   if (lib_ == nullptr) return;
-  mac_ = lib_->EVP_MAC_fetch(nullptr, "HMAC", nullptr);
+  mac_ = lib_->EVP_MAC_fetch(lib_->context, "HMAC", nullptr);
   if (mac_ == nullptr) return;
   context_ = lib_->EVP_MAC_CTX_new(mac_);
   if (context_ == nullptr) return;
@@ -151,11 +151,36 @@ bool Hmac::Finish(HashValue* value) {
 
 bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size) {
   const LibCrypto* lib = LoadLibCrypto();
-  const auto text = static_cast<const char*>(static_cast<const void*>(password.data()));
-  return lib != nullptr && rounds > 0 && rounds <= INT_MAX &&
-         lib->PKCS5_PBKDF2_HMAC_SHA1(text, static_cast<int>(password.size()), salt.data(),
-                                     static_cast<int>(salt.size()), static_cast<int>(rounds),
-                                     static_cast<int>(size), key) == 1;
+  if (lib == nullptr || rounds == 0 || rounds > INT_MAX) return false;
+  EVP_KDF* const function = lib->EVP_KDF_fetch(lib->context, "PBKDF2", nullptr);
+  if (function == nullptr) return false;
+  EVP_KDF_CTX* const context = lib->EVP_KDF_CTX_new(function);
+  lib->EVP_KDF_free(function);
+  if (context == nullptr) return false;
+  // Parameters want pointers to what they could change. The last number lifts the lower bounds of
+  // NIST SP 800-132, which RFC 8018 does not have.
+  std::array<char, 5> digest = {'S', 'H', 'A', '1', '\0'};
+  int withoutBounds = 1;
+  const auto octets = [lib](const char* name, Bytes bytes) {
+    return lib->OSSL_PARAM_construct_octet_string(name, const_cast<uint8_t*>(bytes.data()),
+                                                  bytes.size());
+  };
+  const OSSL_PARAM parameters[] = {
+      lib->OSSL_PARAM_construct_utf8_string(OSSL_KDF_PARAM_DIGEST, digest.data(), 0),
+      octets(OSSL_KDF_PARAM_PASSWORD, password),
+      octets(OSSL_KDF_PARAM_SALT, salt),
+      lib->OSSL_PARAM_construct_uint(OSSL_KDF_PARAM_ITER, &rounds),
+      lib->OSSL_PARAM_construct_int(OSSL_KDF_PARAM_PKCS5, &withoutBounds),
+      lib->OSSL_PARAM_construct_end()};
+  const bool derived = lib->EVP_KDF_derive(context, key, size, parameters) == 1;
+  lib->EVP_KDF_CTX_free(context);
+  return derived;
+}
+
+bool EqualSecrets(Bytes left, Bytes right) {
+  const LibCrypto* lib = LoadLibCrypto();
+  return lib != nullptr && left.size() == right.size() &&
+         lib->CRYPTO_memcmp(left.data(), right.data(), left.size()) == 0;
 }
 
 // EVP_DecodeBlock forgives blanks at both ends and "=" anywhere, and counts the padding as bytes.

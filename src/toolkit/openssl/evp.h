@@ -1,5 +1,5 @@
 // Hashes, AES and HMAC over libcrypto. Every call answers false when libcrypto is missing, when
-// memory ran out or when an algorithm is not to be had (a FIPS set-up without SHA-1).
+// memory ran out or when an algorithm is not to be had.
 #ifndef FI_TOOLKIT_OPENSSL_EVP_H_
 #define FI_TOOLKIT_OPENSSL_EVP_H_
 
@@ -96,6 +96,9 @@ class Hmac {
 
 // The PBKDF2 key (RFC 8018) of `size` bytes over HMAC-SHA1. `rounds` is 1 to INT_MAX.
 bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size);
+
+// Whether both hold the same bytes, in a time that depends on their sizes only.
+bool EqualSecrets(Bytes left, Bytes right);
 
 // Decodes base64 of up to `capacity` bytes, padded to a multiple of four and without line ends.
 // False, and nothing counts as stored, for anything else.

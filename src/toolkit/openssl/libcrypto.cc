@@ -28,6 +28,12 @@ std::optional<LibCrypto> Load() {
   FI_LIBCRYPTO_FUNCTIONS(FI_FIND)
 #undef FI_FIND
   if (!complete) return std::nullopt;
+  functions.context = functions.OSSL_LIB_CTX_new();
+  if (functions.context == nullptr) return std::nullopt;
+  if (functions.OSSL_PROVIDER_load(functions.context, "default") == nullptr) {
+    functions.OSSL_LIB_CTX_free(functions.context);
+    return std::nullopt;
+  }
   return functions;
 }
 
