@@ -9,6 +9,8 @@ namespace {
 // The names by which libcrypto knows the algorithm.
 const char* NameOf(HashAlgorithm algorithm) {
   switch (algorithm) {
+    case HashAlgorithm::kMd5:
+      return "MD5";
     case HashAlgorithm::kSha1:
       return "SHA1";
     case HashAlgorithm::kSha256:
@@ -51,6 +53,8 @@ constexpr size_t kMaxBase64 = 256;
 
 size_t HashSize(HashAlgorithm algorithm) {
   switch (algorithm) {
+    case HashAlgorithm::kMd5:
+      return 16;
     case HashAlgorithm::kSha1:
       return 20;
     case HashAlgorithm::kSha256:
@@ -137,6 +141,28 @@ bool AesDecryptor::Decrypt(Bytes iv, Bytes in, uint8_t* out) {
   if (in.empty()) return true;
   size_t stored = 0;
   return cipher_(state_, out, &stored, in.size(), in.data(), in.size()) == 1 && stored == in.size();
+}
+
+bool EncryptAes128Cbc(Bytes key, Bytes iv, Bytes in, uint8_t* out) {
+  const LibCrypto* lib = LoadLibCrypto();
+  if (lib == nullptr || key.size() != kAesBlock || iv.size() != kAesBlock) return false;
+  if (in.size() % kAesBlock != 0) return false;
+  const OSSL_DISPATCH* functions =
+      lib->FindAlgorithm(OSSL_OP_CIPHER, NameOf(AesMode::kCbc, key.size()));
+  const auto create = Find<OSSL_FUNC_cipher_newctx_fn>(functions, OSSL_FUNC_CIPHER_NEWCTX);
+  const auto release = Find<OSSL_FUNC_cipher_freectx_fn>(functions, OSSL_FUNC_CIPHER_FREECTX);
+  const auto init = Find<OSSL_FUNC_cipher_encrypt_init_fn>(functions, OSSL_FUNC_CIPHER_ENCRYPT_INIT);
+  const auto cipher = Find<OSSL_FUNC_cipher_cipher_fn>(functions, OSSL_FUNC_CIPHER_CIPHER);
+  if (create == nullptr || release == nullptr || init == nullptr || cipher == nullptr) return false;
+  void* const state = create(lib->OSSL_PROVIDER_get0_provider_ctx(lib->provider));
+  if (state == nullptr) return false;
+  size_t stored = 0;
+  const bool encrypted =
+      init(state, key.data(), key.size(), iv.data(), iv.size(), nullptr) == 1 &&
+      (in.empty() || cipher(state, out, &stored, in.size(), in.data(), in.size()) == 1) &&
+      stored == in.size();
+  release(state);
+  return encrypted;
 }
 
 Hmac::Hmac(HashAlgorithm algorithm, Bytes key) : hasher_(algorithm) {
