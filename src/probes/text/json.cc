@@ -124,7 +124,7 @@ class Scan {
   Read String() {
     size_t at = 1;
     for (; at < rest_.size() && rest_[at] != '"'; ++at) {
-      if (rest_[at] >= 0 && rest_[at] < ' ') return Read::kFault;
+      if (static_cast<unsigned char>(rest_[at]) < ' ') return Read::kFault;
       if (rest_[at] != '\\') continue;
       ++at;
       if (at == rest_.size()) return Read::kEnd;

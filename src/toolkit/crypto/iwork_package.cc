@@ -56,7 +56,7 @@ class MemberReader {
     std::array<uint8_t, kMac> mac{};
     HashValue value;
     return io::ReadFully(member_, mac.data(), kMac) == kMac && hmac_.Finish(&value) &&
-           std::ranges::equal(value.view(), mac);
+           EqualSecrets(value.view(), mac);
   }
 
  private:

@@ -34,7 +34,7 @@ class PackageReader {
     Hmac hmac(key_.hash, key_.hmacKey.view());
     HashValue value;
     return hmac.Update(field) && ReadSegments(&hmac) && hmac.Finish(&value) &&
-           std::ranges::equal(value.view(), key_.hmacValue.view());
+           EqualSecrets(value.view(), key_.hmacValue.view());
   }
 
  private:
