@@ -9,6 +9,7 @@
 #include "api/supplement.h"
 #include "platform/delimited_text.h"
 #include "platform/io.h"
+#include "platform/no_throw.h"
 #include "probes/protection/rights_management.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/message_class.h"
@@ -159,7 +160,8 @@ uint32_t FinishMatch(SignatureRun& run, bool isProtected, uint32_t behaviour, Fo
     return run.status;
   }
   if (*idOut == kFormatPlainUtf8Text && (behaviour & kBehaviourDelimited) != 0) {
-    if (const ScopedStream fresh(handle); fresh) *idOut = RefineDelimitedText(fresh.get(), *idOut);
+    if (const ScopedStream fresh(handle, *run.stream->job); fresh)
+      *idOut = RefineDelimitedText(fresh.get(), *idOut);
     Rewind(handle);
   }
   if ((behaviour & kBehaviourSupplement) != 0) {
@@ -185,7 +187,14 @@ uint32_t IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work, FormatId
                           FIEvidence* evidence) {
   IdentificationJob job = kHostJob;
   job.work = work;
-  return IdentifyForJob(job, handle, flags, idOut, evidence);
+  const auto body = [&] { return IdentifyForJob(job, handle, flags, idOut, evidence); };
+  const uint32_t status = NoThrow<uint32_t>(FI_NO_STREAM, body);
+  if (status == FI_NO_STREAM) {
+    // A handle there is, so that only memory was missing.
+    work->noMemory = true;
+    *idOut = kFormatUnknown;
+  }
+  return status;
 }
 
 uint32_t IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t flags,

@@ -81,6 +81,7 @@ struct Work {
   WorkLimit limit = WorkLimit::kNone;  // the first that was reached
   bool stopped = false;                // reads give no more data
   bool noMemory = false;               // an allocation failed
+  bool noModule = false;               // a shared object that was needed could not be loaded
   int32_t readError = 0;               // errno of the first read that failed
   WantedRange wanted;                  // the first range that was missing
 
@@ -198,7 +199,14 @@ Pointer Allocated(Work* work, Pointer pointer) {
   return pointer;
 }
 
-// The same for a caller who has no more than a handle.
+// The same for what a shared object holds; a null pointer is noted as one that was not loaded.
+template <class Pointer>
+Pointer Loaded(Work* work, Pointer pointer) {
+  if (pointer == nullptr && work != nullptr) work->noModule = true;
+  return pointer;
+}
+
+// As Allocated, for a caller who has no more than a handle.
 inline void NoteNoMemory(const IOHandle* handle) {
   if (Work* const work = WorkOf(handle); work != nullptr) work->noMemory = true;
 }

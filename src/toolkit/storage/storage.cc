@@ -70,9 +70,10 @@ int32_t Storage::Open(IOHandle** target, uint32_t sourceType, const IOChildSourc
     return kIoNotFound;
   }
   if (isStream) {
-    *target = new (std::nothrow) StreamHandle(*file_, entry);
+    *target = Allocated(file_->work(), new (std::nothrow) StreamHandle(*file_, entry));
   } else {
-    *target = new (std::nothrow) StorageHandle(Storage(*file_, entry), entry.name);
+    *target = Allocated(file_->work(),
+                        new (std::nothrow) StorageHandle(Storage(*file_, entry), entry.name));
   }
   return *target == nullptr ? kIoError : kIoOk;
 }
