@@ -10,6 +10,7 @@
 #define FI_PLATFORM_WORK_H_
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <limits>
 
@@ -81,9 +82,10 @@ struct Work {
   WorkLimit limit = WorkLimit::kNone;  // the first that was reached
   bool stopped = false;                // reads give no more data
   bool noMemory = false;               // an allocation failed
-  bool noModule = false;               // a shared object that was needed could not be loaded
-  int32_t readError = 0;               // errno of the first read that failed
-  WantedRange wanted;                  // the first range that was missing
+  // errno of the first read that failed; ELIBACC for a shared object that could not be loaded.
+  int32_t readError = 0;
+  WantedRange wanted;          // the first range that was missing
+  bool isSizeMissing = false;  // the source's end was asked for, and is not known
 
   // Notes that a limit was reached, and stops the work.
   void Stop(WorkLimit reached) {
@@ -101,7 +103,11 @@ struct Work {
   }
 
   void NoteMissing(uint64_t offset, uint64_t size) {
-    if (wanted.size == 0) wanted = {offset, size};
+    if (wanted.size == 0 && !isSizeMissing) wanted = {offset, size};
+  }
+
+  void NoteSizeMissing() {
+    if (wanted.size == 0) isSizeMissing = true;
   }
 
   // Begins a read of `size` bytes of the source. Returns how many of them may be read; 0: none,
@@ -199,10 +205,10 @@ Pointer Allocated(Work* work, Pointer pointer) {
   return pointer;
 }
 
-// The same for what a shared object holds; a null pointer is noted as one that was not loaded.
+// The same for what a shared object holds; a null pointer is noted as one that could not be read.
 template <class Pointer>
 Pointer Loaded(Work* work, Pointer pointer) {
-  if (pointer == nullptr && work != nullptr) work->noModule = true;
+  if (pointer == nullptr && work != nullptr) work->NoteReadError(ELIBACC);
   return pointer;
 }
 

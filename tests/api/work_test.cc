@@ -80,7 +80,7 @@ TEST(WorkLimits, BoundWhatHostileFilesCost) {
     EXPECT_LE(work.spent.bytesInflated, each.inflated);
     EXPECT_LE(work.spent.memory, each.memory);
     EXPECT_EQ(work.limit, each.limit);
-    EXPECT_FALSE(work.noMemory || work.noModule);
+    EXPECT_FALSE(work.noMemory);
     EXPECT_EQ(work.readError, 0);
   }
 }
@@ -133,14 +133,14 @@ TEST(WorkLimits, EachEndsTheWork) {
 
 // The password of every try; how many there were.
 int asked = 0;
-uint32_t Answer(uint32_t, FIPasswordRequest* request, uintptr_t, uintptr_t) {
+uint32_t GivePassword(uint32_t, FIPasswordRequest* request, uintptr_t, uintptr_t) {
   ++asked;
   std::string("secret").copy(request->password, request->capacity);
   return 0;
 }
 
 TEST(WorkLimits, KeyDerivationIsRefusedBeforeItsFirstRound) {
-  FIPasswordCallback callback = Answer;
+  FIPasswordCallback callback = GivePassword;
   (void)UTSetGlobalData(kUtDataPasswordCallback, &callback);
   const auto identify = [](uint32_t rounds, uint64_t most, Work* work) {
     const EncryptedPackage package = WriteAgile(Word(), {.spins = rounds});
@@ -210,7 +210,7 @@ TEST(WorkLimits, ChangeNoAnswer) {
     EXPECT_EQ(with.id, without.id);
     EXPECT_EQ(with.status, without.status);
     EXPECT_EQ(work.limit, WorkLimit::kNone);
-    EXPECT_FALSE(work.noMemory || work.noModule || work.readError != 0);
+    EXPECT_FALSE(work.noMemory || work.readError != 0);
   }
 }
 
@@ -226,8 +226,7 @@ TEST(WorkLimits, NoFileOfTheCorpusMeetsThem) {
     const std::string path = entry.path();
     ASSERT_EQ(OpenSource(&opened, kIoSourcePath, path.c_str(), &work), kIoOk) << path;
     const io::OwnedHandle handle(opened);
-    FormatId id = 0;
-    (void)IdentifyWithWork(opened, kEverything, &work, &id, nullptr);
+    (void)IdentifyWithWork(opened, kEverything, &work);
     EXPECT_EQ(work.limit, WorkLimit::kNone) << path << " " << static_cast<int>(work.limit);
     const auto raise = [](uint64_t& value, uint64_t to) { value = std::max(value, to); };
     raise(most.bytesRead, work.spent.bytesRead);

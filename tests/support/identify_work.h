@@ -26,9 +26,9 @@ inline Outcome IdentifyBytes(const std::string& bytes, Work* work, const std::st
   Outcome outcome;
   if (OpenSource(&opened, kIoSourceMemory, &source, work) != kIoOk) return outcome;
   const io::OwnedHandle handle(opened);
-  outcome.status = work == nullptr ? IdentifyHandle(opened, flags, &outcome.id, nullptr)
-                                   : IdentifyWithWork(opened, flags, work, &outcome.id, nullptr);
-  return outcome;
+  const Answer answer =
+      work == nullptr ? IdentifyHandle(opened, flags) : IdentifyWithWork(opened, flags, work);
+  return {answer.status, answer.id};
 }
 
 }  // namespace fi::testing

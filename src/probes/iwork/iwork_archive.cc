@@ -23,7 +23,7 @@ class Decryption {
   Decryption(IOHandle* package, const IdentificationJob& job)
       : request_{sizeof(IworksRequest),
                  job.askPassword,
-                 {sizeof(IworksPackageSource), package, nullptr, {}}} {}
+                 {sizeof(IworksPackageSource), package, nullptr, job.passwordContext}} {}
   ~Decryption() { IworksEndDecryption(request_.source.context); }
   Decryption(const Decryption&) = delete;
   Decryption& operator=(const Decryption&) = delete;
@@ -118,22 +118,17 @@ const IworkApplication* ReadApplication(IOHandle* archive, bool* isSound) {
 
 }  // namespace
 
-GoOn IworkArchiveProbe(IOHandle* package, const IdentificationJob& job, FormatId* id) {
-  *id = 0;
+PackageAnswer IworkArchiveProbe(IOHandle* package, const IdentificationJob& job) {
   Decryption decryption(package, job);
   const bool encrypted = HasMember(package, kVerifier);
   if (encrypted) {
     const int16_t status = decryption.Prepare();
     if (status != kFiOk) {
-      *id = kFormatEncryptedIWork;
-      return static_cast<GoOn>(status);
+      return {kFormatEncryptedIWork, true, static_cast<uint32_t>(int32_t{status})};
     }
   }
   ArchiveMember archive = OpenArchive(package);
-  if (archive.member == nullptr) {
-    *id = kFormatZip;
-    return kGoOn;
-  }
+  if (archive.member == nullptr) return {.id = kFormatZip};
   // What cannot be decrypted is read as it is: to no avail, unless it was never encrypted.
   if (encrypted) {
     io::OwnedHandle decrypted = decryption.Decrypt(archive.member.get());
@@ -144,17 +139,10 @@ GoOn IworkArchiveProbe(IOHandle* package, const IdentificationJob& job, FormatId
   ForgetNames(archive.nestedPackage.get());
   bool isSound = true;
   const IworkApplication* application = ReadApplication(archive.member.get(), &isSound);
-  if (!isSound) {
-    *id = kFormatEncryptedIWork;
-    return kChainEnds;
-  }
+  if (!isSound) return EndsWith(kFormatEncryptedIWork);
   // Deliberate: a plain archive without a known message is no match, not a ZIP archive.
-  if (encrypted) {
-    *id = application == nullptr ? kFormatEncryptedIWork : application->encryptedId;
-  } else if (application != nullptr) {
-    *id = application->id;
-  }
-  return kChainEnds;
+  if (application == nullptr) return EndsWith(encrypted ? kFormatEncryptedIWork : kNoMatch);
+  return EndsWith(encrypted ? application->encryptedId : application->id);
 }
 
 }  // namespace fi

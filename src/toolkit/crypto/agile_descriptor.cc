@@ -96,6 +96,7 @@ class DescriptorReader {
       : limits_(limits), info_(info) {}
 
   bool Read(Bytes xml) {
+    if (Loaded(limits_.work, LoadLibCrypto()) == nullptr) return false;
     const OwnedParser parser(XML_ParserCreate(nullptr));
     if (parser == nullptr) return CryptoFailed(limits_);
     parser_ = parser.get();

@@ -110,15 +110,17 @@ uint32_t PrepareIwork(IworksRequest* request, const DecryptionLimits& limits) {
   const std::optional<IworkVerifier> verifier = ReadVerifier(request->source.package, limits);
   std::unique_ptr<IworksContext> context(Allocated(limits.work, new (std::nothrow) IworksContext));
   if (!verifier.has_value() || context == nullptr) return kFiDecryptionFailed;
-  const uint32_t status =
-      UnlockWithPassword(request->callback, request->source.package, [&](Bytes password) {
-        context->password.SetSize(0);
-        if (!context->password.Append(password)) return Unlocked::kWrongPassword;
-        if (!AllowsRounds(limits, verifier->rounds)) return Unlocked::kFailed;
-        const Unlocked unlocked = UnlockIwork(*verifier, password, &context->key);
-        if (unlocked == Unlocked::kFailed) (void)CryptoFailed(limits);
-        return unlocked;
-      });
+  const PasswordSource from{request->callback, request->source.passwordContext,
+                            request->source.package};
+  const uint32_t status = UnlockWithPassword(from, [&](Bytes password) {
+    context->password.SetSize(0);
+    if (!context->password.Append(password)) return Unlocked::kWrongPassword;
+    if (Loaded(limits.work, LoadLibCrypto()) == nullptr) return Unlocked::kFailed;
+    if (!AllowsRounds(limits, verifier->rounds)) return Unlocked::kFailed;
+    const Unlocked unlocked = UnlockIwork(*verifier, password, &context->key);
+    if (unlocked == Unlocked::kFailed) (void)CryptoFailed(limits);
+    return unlocked;
+  });
   if (status == kFiOk) request->source.context = context.release();
   return status;
 }

@@ -43,7 +43,7 @@ inline bool AllowsRounds(const DecryptionLimits& limits, uint64_t rounds) {
   return limits.work == nullptr || limits.work->SpendKeyRounds(rounds);
 }
 
-// What fails without a fault of the document: memory, or libcrypto, is not to be had.
+// Notes what failed without a fault of the document: memory was not to be had.
 inline bool CryptoFailed(const DecryptionLimits& limits) {
   if (limits.work != nullptr) limits.work->noMemory = true;
   return false;

@@ -45,6 +45,7 @@ Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Byte
   Password password;
   const char* characters = static_cast<const char*>(static_cast<const void*>(text.data()));
   if (!EncodePassword({characters, text.size()}, &password)) return Unlocked::kWrongPassword;
+  if (Loaded(limits.work, LoadLibCrypto()) == nullptr) return Unlocked::kFailed;
   const ErrorMark mark;
   Unlocked unlocked = Unlocked::kFailed;
   if (const auto* agile = std::get_if<AgileInfo>(&info)) {
@@ -90,11 +91,10 @@ uint32_t OpenPackage(IOHandle* document, const O12PasswordSource& source,
   if (std::holds_alternative<std::monostate>(info) || stream == nullptr) {
     return kFiDecryptionFailed;
   }
-  (void)Loaded(limits.work, LoadLibCrypto());
   PackageKey key;
-  const uint32_t status = UnlockWithPassword(source.callback, source.document, [&](Bytes password) {
-    return Unlock(info, limits, password, &key);
-  });
+  const PasswordSource from{source.callback, source.context, source.document};
+  const uint32_t status = UnlockWithPassword(
+      from, [&](Bytes password) { return Unlock(info, limits, password, &key); });
   if (status != kFiOk) return status;
 
   auto* view = Allocated(

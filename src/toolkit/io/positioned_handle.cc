@@ -18,6 +18,11 @@ const IOHandleOperations PositionedHandle::kOperations = {
 
 PositionedHandle::PositionedHandle(std::string_view name, const HandleOrigin& origin)
     : IOHandle{&kOperations}, origin_(origin) {
+  TakeName(name);
+}
+
+void PositionedHandle::TakeName(std::string_view name) {
+  name_ = {};
   name = name.substr(name.rfind('/') + 1);
   const size_t kept = std::min(name.size(), name_.size() - 1);
   name.copy(name_.data(), kept, name.size() - kept);
@@ -128,8 +133,14 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
                                const void* source, uint32_t /*flags*/) noexcept {
   auto* self = static_cast<PositionedHandle*>(handle);
   *target = nullptr;
-  if (sourceType == kIoSourcePackage || sourceType == kIoSourceRepairedPackage) {
+  if (sourceType == kIoSourceRepairedPackage) {
     return OpenPackageView(handle, self->nesting(), sourceType, target);
+  }
+  if (sourceType == kIoSourcePackage) {
+    if (self->isNoPackage_) return kIoError;
+    const int32_t result = OpenPackageView(handle, self->nesting(), sourceType, target);
+    self->isNoPackage_ = result != kIoOk;
+    return result;
   }
   if (source == nullptr) return kIoError;
   if (sourceType == kIoSourcePackageMember) {

@@ -2,7 +2,7 @@
 // handle only has to say how large it is and how bytes at an offset are read. Every handle can be
 // opened further as a container (containers.h): a compound file makes it a structured storage,
 // which is looked up when it is first asked for, and a ZIP directory at its end lets it open as a
-// package view.
+// package view. That it is none of both is kept: the question costs reads.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
@@ -41,11 +41,13 @@ class PositionedHandle : public IOHandle {
   // The number of containers around these bytes.
   uint32_t nesting() const { return origin_.nesting; }
 
+  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
+  void TakeName(std::string_view name);
+
   // What the reads are counted for; null: nothing.
   Work* work() const { return origin_.work; }
 
  protected:
-  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
   explicit PositionedHandle(std::string_view name, const HandleOrigin& origin = {});
   virtual ~PositionedHandle();
 
@@ -85,6 +87,7 @@ class PositionedHandle : public IOHandle {
   int64_t position_ = 0;
   const HandleOrigin origin_;
   bool askedForStorage_ = false;
+  bool isNoPackage_ = false;  // it was asked for one, and no view opened
   std::unique_ptr<ContainedStorage> storage_;
   std::array<char, kIoNameCapacity> name_{};
 };

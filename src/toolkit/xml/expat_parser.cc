@@ -203,6 +203,7 @@ bool ExpatParser::CountItem(const XML_Char* name) {
 // share a number cannot be brought about, and does no more than keep one from being counted.
 bool ExpatParser::CountName(const XML_Char* name) {
   constexpr size_t kSlots = size_t{4} * kMaxMoreNames;
+  constexpr uint64_t kSpread = 0x9E3779B97F4A7C15;
   constexpr size_t kNamesPerByte = 4;  // that cost as much as to inflate a byte
   if (names_.size() == 0) {
     if (!names_.Resize(kSlots)) {
@@ -221,7 +222,10 @@ bool ExpatParser::CountName(const XML_Char* name) {
     return false;
   }
   uint64_t number = nameSalt_;
-  for (const char c : text) number = (number ^ static_cast<uint8_t>(c)) * (nameSalt_ << 20 | 1);
+  for (const char c : text) {
+    number = (number ^ static_cast<uint8_t>(c)) * kSpread;
+    number ^= number >> 29;
+  }
   number = (number ^ number >> 32) | 1;
   size_t slot = number % kSlots;
   while (names_[slot] != 0 && names_[slot] != number) slot = (slot + 1) % kSlots;

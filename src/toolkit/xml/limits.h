@@ -6,10 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/xml.h"
+
 namespace fi::xml {
 
 // Of one document, as much as can be read of a member of a package. It is not kept.
-inline constexpr uint32_t kMaxDocument = 64 << 20;
+inline constexpr uint32_t kMaxDocument = kXmlMaxDocument;
 
 // Of a document that is kept while it is scanned, and its tags, attributes and declarations of
 // namespaces: ten thousand relationships come to 40,000. Beyond, Expat goes on, which keeps names
