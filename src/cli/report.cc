@@ -61,13 +61,13 @@ std::string_view BasisName(uint16_t basis) {
 
 // What follows the last dot of the last component. A dot at its start makes a hidden name, no
 // extension.
-std::string_view ExtensionOf(std::string_view path) {
+std::string_view ExtensionOfPath(std::string_view path) {
   const std::string_view name = path.substr(path.rfind('/') + 1);
   const size_t dot = name.rfind('.');
   return dot == std::string_view::npos || dot == 0 ? std::string_view() : name.substr(dot + 1);
 }
 
-bool Contains(std::string_view list, std::string_view item) {
+bool ListHolds(std::string_view list, std::string_view item) {
   while (!list.empty()) {
     const std::string_view each = list.substr(0, std::min(list.find(','), list.size()));
     if (each.size() == item.size() && ::strncasecmp(each.data(), item.data(), item.size()) == 0) {
@@ -79,9 +79,9 @@ bool Contains(std::string_view list, std::string_view item) {
 }
 
 std::string_view ExtensionMatch(std::string_view path, std::string_view known) {
-  const std::string_view extension = ExtensionOf(path);
+  const std::string_view extension = ExtensionOfPath(path);
   if (known.empty() || extension.empty()) return "null";
-  return Contains(known, extension) ? "true" : "false";
+  return ListHolds(known, extension) ? "true" : "false";
 }
 
 }  // namespace

@@ -109,7 +109,7 @@ void Fail(std::string_view reason, Answer& answer) {
   answer.error = reason;
 }
 
-void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer) {
+void IdentifyOpened(IOHandle* handle, uint32_t flags, Answer& answer) {
   Reset(answer);
   FormatId id = kFormatUnknown;
   FIEvidence evidence{};
@@ -140,7 +140,7 @@ void IdentifyPath(const std::string& path, LinkUse links, uint32_t flags, Answer
   if (IOOpen(&opened, kIoSourcePath, path.c_str(), 1) != kIoOk)
     return FailOpen(path, errno, answer);
   const OwnedHandle handle(opened);
-  IdentifyHandle(opened, flags, answer);
+  IdentifyOpened(opened, flags, answer);
 }
 
 void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer) {
@@ -149,7 +149,7 @@ void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer) {
   IOHandle* opened = nullptr;
   if (!input.Open(STDIN_FILENO, name, &opened)) return Fail(std::strerror(errno), answer);
   const OwnedHandle handle(opened);
-  IdentifyHandle(opened, flags, answer);
+  IdentifyOpened(opened, flags, answer);
 }
 
 }  // namespace fi::app

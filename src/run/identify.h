@@ -25,7 +25,7 @@ void IdentifyPath(const std::string& path, LinkUse links, uint32_t flags, Answer
 void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer);
 
 // Identifies an open handle, which stays the caller's.
-void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer);
+void IdentifyOpened(IOHandle* handle, uint32_t flags, Answer& answer);
 
 // Makes `answer` an error of which nothing else is known.
 void Fail(std::string_view reason, Answer& answer);
