@@ -169,19 +169,31 @@ uint32_t FinishMatch(SignatureRun& run, bool isProtected, uint32_t behaviour, Fo
   return kFiOk;
 }
 
-uint32_t IdentifyDecrypted(IOHandle* handle, FormatId* idOut) {
-  return IdentifyHandle(handle, 0, idOut, nullptr);
+uint32_t IdentifyDecrypted(const IdentificationJob& job, IOHandle* handle, FormatId* idOut) {
+  return IdentifyForJob(job, handle, 0, idOut, nullptr);
 }
 
 }  // namespace
 
-constinit const IdentificationJob kHostJob = {IdentifyDecrypted, RelayPasswordRequest};
+constinit const IdentificationJob kHostJob = {IdentifyDecrypted, RelayPasswordRequest, nullptr};
 
 uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvidence* evidence) {
+  return IdentifyForJob(kHostJob, handle, flags, idOut, evidence);
+}
+
+uint32_t IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work, FormatId* idOut,
+                          FIEvidence* evidence) {
+  IdentificationJob job = kHostJob;
+  job.work = work;
+  return IdentifyForJob(job, handle, flags, idOut, evidence);
+}
+
+uint32_t IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t flags,
+                        FormatId* idOut, FIEvidence* evidence) {
   FIEvidence unused{};
   if (evidence == nullptr) evidence = &unused;
   *evidence = {};
-  const ScopedStream stream(handle, kHostJob);
+  const ScopedStream stream(handle, job);
   if (!stream) {
     *idOut = kFormatUnknown;
     return FI_NO_STREAM;

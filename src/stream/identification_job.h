@@ -11,18 +11,25 @@
 
 namespace fi {
 
+struct Work;
+
 struct IdentificationJob {
-  // Identifies a decrypted view, with no flags of its own. 0 with the answer in `*idOut`, or the
-  // status that a failed identification has.
-  uint32_t (*identify)(IOHandle* handle, FormatId* idOut);
+  // Identifies a decrypted view for this job, with no flags of its own. 0 with the answer in
+  // `*idOut`, or the status that a failed identification has.
+  uint32_t (*identify)(const IdentificationJob& job, IOHandle* handle, FormatId* idOut);
 
   // Asks the host for a password. Never null.
   FIPasswordCallback askPassword;
+
+  // What the identification may cost and has cost; null: there is no limit and no record.
+  Work* work = nullptr;
 };
 
 // The job of a stream that no caller stands behind: nothing is decrypted, nothing identified again.
 inline constexpr IdentificationJob kNoJob = {
-    [](IOHandle* /*handle*/, FormatId* /*idOut*/) -> uint32_t { return FI_NO_STREAM; },
+    [](const IdentificationJob& /*job*/, IOHandle* /*handle*/, FormatId* /*idOut*/) -> uint32_t {
+      return FI_NO_STREAM;
+    },
     [](uint32_t /*code*/, FIPasswordRequest* request, uintptr_t /*first*/,
        uintptr_t /*second*/) noexcept -> uint32_t {
       ++request->attempts;

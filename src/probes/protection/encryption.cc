@@ -87,7 +87,7 @@ uint32_t DecryptAndReidentify(const IdentificationStream* document, FormatId* ou
   const io::OwnedHandle package(handles[2]);
   const auto result = static_cast<uint32_t>(int32_t{status});
   if (result != 0) return result;
-  if (job.identify(package.get(), outId) == 0) *outId = MapDecryptedId(*outId);
+  if (job.identify(job, package.get(), outId) == 0) *outId = MapDecryptedId(*outId);
   return result;
 }
 

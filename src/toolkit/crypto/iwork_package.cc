@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/io.h"
+#include "platform/work.h"
 #include "toolkit/crypto/iwork_verifier.h"
 #include "toolkit/crypto/package_view.h"
 #include "toolkit/crypto/stream_bytes.h"
@@ -114,7 +115,7 @@ int16_t IworksInitDecryption(IworksRequest* request) noexcept {
 }
 
 IOHandle* IworksSetDecryptedTempFile(IOHandle* member, const IworksContext* context) noexcept {
-  auto* view = new (std::nothrow) fi::crypto::PackageView("", 1);
+  auto* view = new (std::nothrow) fi::crypto::PackageView("", 1, fi::WorkOf(member));
   if (view == nullptr) return nullptr;
   fi::io::OwnedHandle owned(view);
   const fi::crypto::ErrorMark mark;

@@ -12,21 +12,38 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/work.h"
 #include "toolkit/io/containers.h"
 
 namespace fi::io {
 
+// Where a handle comes from.
+struct HandleOrigin {
+  uint32_t nesting = 0;   // containers around its bytes
+  Work* work = nullptr;   // borrowed: what its reads are counted for
+  bool isSource = false;  // the file itself, not something inside of it
+};
+
 class PositionedHandle : public IOHandle {
  public:
+  // `handle` as one of these; null when it is none.
+  static const PositionedHandle* Of(const IOHandle* handle) {
+    if (handle == nullptr || handle->operations != &kOperations) return nullptr;
+    return static_cast<const PositionedHandle*>(handle);
+  }
+
   PositionedHandle(const PositionedHandle&) = delete;
   PositionedHandle& operator=(const PositionedHandle&) = delete;
 
   // The number of containers around these bytes.
-  uint32_t nesting() const { return nesting_; }
+  uint32_t nesting() const { return origin_.nesting; }
+
+  // What the reads are counted for; null: nothing.
+  Work* work() const { return origin_.work; }
 
  protected:
   // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
-  explicit PositionedHandle(std::string_view name, uint32_t nesting = 0);
+  explicit PositionedHandle(std::string_view name, const HandleOrigin& origin = {});
   virtual ~PositionedHandle();
 
   virtual int64_t Size() = 0;
@@ -57,8 +74,10 @@ class PositionedHandle : public IOHandle {
 
   static const IOHandleOperations kOperations;
 
+  int32_t ReadCounted(uint8_t* buffer, uint32_t size, uint32_t* count);
+
   int64_t position_ = 0;
-  const uint32_t nesting_;
+  const HandleOrigin origin_;
   bool askedForStorage_ = false;
   std::unique_ptr<ContainedStorage> storage_;
   std::array<char, kIoNameCapacity> name_{};
