@@ -19,10 +19,10 @@ constexpr size_t kLongestWord = 64;  // libFuzzer takes no longer ones
 
 class Words {
  public:
-  // Takes the words of one row.
-  void AddRow(const uint8_t* row, const uint8_t* end) {
+  // Takes the words of one program (opcodes.h).
+  void AddProgram(const uint8_t* row) {
     std::string literals;
-    while (row < end) {
+    while (row[0] != fi::kEscape || row[1] != fi::kOpEndOfEntry) {
       if (*row != fi::kEscape) {
         literals += static_cast<char>(*row++);
       } else if (row[1] == fi::kOpLiteralEscape) {
@@ -91,20 +91,16 @@ class Words {
   std::set<std::string> words_;
 };
 
-template <class Table>
-void AddTable(const Table& table, Words& words) {
-  for (size_t row = 0; row < table.starts.size(); ++row) {
-    const size_t end = row + 1 < table.starts.size() ? table.starts[row + 1] : table.size;
-    words.AddRow(&table.bytes[table.starts[row]], &table.bytes[0] + end);
-  }
-}
-
 }  // namespace
 
 int main() {
   Words words;
-  AddTable(fi::kSignatureTable, words);
-  AddTable(fi::kSupplementTable, words);
+  for (const uint16_t start : fi::kSignatureTable.starts) {
+    words.AddProgram(&fi::kSignatureTable.bytes[start]);
+  }
+  for (size_t row = 1; row <= fi::SupplementRows(); ++row) {
+    words.AddProgram(fi::SupplementProgram(static_cast<uint16_t>(row)));
+  }
   words.Add(std::string(fi::fuzz::kMark));
   words.Print();
   return 0;
