@@ -43,7 +43,8 @@ struct PlacedRows {
 // The place that a program begins at, or 0.
 constexpr uint32_t PlaceOf(const uint8_t* program) {
   if (program[0] != kEscape || program[1] != kOpSeek) return 0;
-  return program[2] | program[3] << 8 | program[4] << 16 | static_cast<uint32_t>(program[5]) << 24;
+  return program[2] | uint32_t{program[3]} << 8 | uint32_t{program[4]} << 16 |
+         uint32_t{program[5]} << 24;
 }
 
 template <class Table>

@@ -218,7 +218,7 @@ constexpr std::string_view kRows[] = {
     "rw 'MATLAB ' at(126) 'MI' -> 3153",  // MATLAB, big-endian
     "rw 00 01 00 00 'Standard ACE DB' 00 range1(04-06) -> 3154",  // Access, versions of ACE that the catalogue does not know
     "rw {range1(CD-CF) 9A 57 13 | 13 57 9A range1(CD-CF)} -> 3156",  // GNU dbm database
-    "rw {00 01 00 00 00 02 00 01 00 05 00 02 00 02 C0 | C0 'HBAM7'} -> 3157",  // FileMaker Pro database
+    "rw {00 01 00 00 00 02 00 01 00 05 00 02 00 02 C0 | C0 'HBAM7'} -> 3157",  // FileMaker Pro: the head of its first block, or the mark behind it where the head is cut off
     "rw 00 skip(3) 00 00 {ext('FPT') | ext('DCT')} -> 3158",  // dBASE or FoxPro memo
     "rw 'OFXHEADER' oneof(3A,3D) -> 3219",  // Open Financial Exchange data
     "rw '7' 7F 06 oneof(82,83) 00 '-' E2 18 -> 3299",  // SQLite write-ahead log

@@ -86,6 +86,61 @@ TEST(PackageProbes, LargePackagesAreReadInPlaces) {
   EXPECT_LE(handle.bytesRead, 64u * 1024);
 }
 
+std::vector<StorageNode> IndexPackage(const std::string& index) {
+  std::vector<StorageNode> package = SampleStorage("$BUILDS; 'index.xml'=");
+  package.back().bytes = index;
+  return package;
+}
+
+// The index of a document in XML is cut off, so that an element inside the root may be the last
+// one. Where that stands among others makes no difference, nor what only looks like one.
+TEST(PackageProbes, LastElementOfAnIndex) {
+  constexpr const char* kRoot = "<sl:document xmlns:sl='http://developer.apple.com/namespaces/sl'";
+  const struct {
+    const char* what;
+    std::string attributes;
+    std::string tag;
+    int id;
+  } cases[] = {
+      {"prefix", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<n:document/>", 1485},
+      {"long prefix",
+       " xmlns:" + std::string(90, 'n') + "='http://developer.apple.com/namespaces/ls'",
+       "<" + std::string(90, 'n') + ":document/>", 1485},
+      {"no prefix", "", "<presentation\nxmlns='http://developer.apple.com/namespaces/keynote2'>",
+       2231},
+      {"end tag only", "", "</sl:document><!--", 1367},
+      {"cut tag", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<n:document", 1367},
+      {"attribute", " xmlns:n='http://developer.apple.com/namespaces/ls'",
+       "<a n:document ='' b='<n:document/>'", 1367},
+      {"comment", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<!--<n:document/>-->",
+       1367},
+      {"longer name", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<n:documents/>",
+       1367},
+      {"behind a fault", " xmlns:n='http://developer.apple.com/namespaces/ls'", "</a><n:document/>",
+       1367},
+  };
+  for (const auto& each : cases) {
+    for (size_t size = 65300; size < 65700; size += size < 65400 || size > 65600 ? 97 : 1) {
+      std::string index = kRoot + each.attributes + ">";
+      index.append(size - index.size(), ' ').append(each.tag);
+      StorageHandle handle(IndexPackage(index));
+      ASSERT_EQ(RunDouble(handle), (Answer{each.id, 0})) << each.what << " at " << size;
+    }
+  }
+}
+
+// The names in it cannot be found as bytes.
+TEST(PackageProbes, IndexInUtf16) {
+  std::string index = "\xFF\xFE";
+  for (const char c :
+       std::string("<sl:document xmlns:sl='http://developer.apple.com/namespaces/sl'>"
+                   "<document xmlns='http://developer.apple.com/namespaces/ls'/>")) {
+    index += {c, '\0'};
+  }
+  StorageHandle handle(IndexPackage(index));
+  EXPECT_EQ(RunDouble(handle), (Answer{1485, 0}));
+}
+
 TEST(PackageProbes, FilesThatAreNoPackage) {
   MemoryHandle handle("PK\x03\x04 and nothing else");
   EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0}));

@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "signature/interpreter.h"
 #include "signature/opcodes.h"
 #include "tests/support/memory_handle.h"
+#include "tests/support/samples.h"
 
 namespace fi {
 namespace {
@@ -81,6 +85,48 @@ TEST(SupplementTable, IndexedWalkAgreesWithThePlainWalk) {
     if (results[0].id != kNoMatch) ++matches;
   }
   EXPECT_GT(matches, 5000u);
+}
+
+Extension ExtensionOf(const std::string& name) {
+  Extension extension{};
+  std::string text = name.substr(std::min(name.size(), name.rfind('.')));
+  text = text.substr(std::min<size_t>(text.size(), 1), extension.size() - 1);
+  std::transform(text.begin(), text.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return extension;
+}
+
+// The program as it stands, for the message about a row.
+std::string Shown(const uint8_t* program) {
+  std::string text;
+  for (; program[0] != kEscape || program[1] != kOpEndOfEntry; ++program) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    if (std::isprint(*program)) {
+      text += {'\'', static_cast<char>(*program), '\'', ' '};
+    } else {
+      text += {kDigits[*program >> 4], kDigits[*program & 15], ' '};
+    }
+  }
+  return text;
+}
+
+// A row that no sample is named by could be wrong, or lost, and nothing else would tell.
+TEST(SupplementTable, EveryRowNamesASample) {
+  std::vector<bool> isHeld(SupplementRows() + 1);
+  for (const testing::Sample& sample : testing::ReadSupplementSamples()) {
+    testing::MemoryHandle handle(testing::SampleBytes(sample.columns[2]));
+    const ScopedStream stream(&handle);
+    SignatureRun run;
+    run.stream = stream.get();
+    run.extension = ExtensionOf(sample.columns[3]);
+    const WalkResult result = WalkSupplement(run);
+    if (result.id == sample.Number(0)) isHeld[result.row] = true;
+  }
+  for (uint16_t row = 1; row <= SupplementRows(); ++row) {
+    const bool isOfBytes = BasisOfSupplementRow(row) != kFiBasisContent;
+    EXPECT_TRUE(isHeld[row] || !isOfBytes)
+        << "row " << row << ": " << Shown(SupplementProgram(row));
+  }
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 #include "probes/iwork/iwork_xml.h"
 
 #include <cstdint>
+#include <string_view>
 
 #include "platform/io.h"
 #include "platform/xml.h"
+#include "probes/iwork/element_search.h"
 #include "registry/format_ids.h"
 #include "stream/xml_scan.h"
 
@@ -39,6 +41,9 @@ constexpr Application kApplications[] = {
      kFormatNumbersXmlWithPreview},
 };
 
+// All names of the table above.
+constexpr std::string_view kNames[] = {"document", "presentation"};
+
 io::OwnedHandle OpenIndex(IOHandle* package) {
   io::OwnedHandle index = OpenMember(package, "index.xml");
   if (index == nullptr) index = OpenMember(package, "index.apxl");
@@ -61,12 +66,15 @@ GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
       return kChainEnds;
     }
   }
-  // Deliberate: the last of the elements wins, so that the whole index is read.
+  // Deliberate: the last of the elements wins, its end included. So the root decides, whose end is
+  // the last of all, unless an element in it has such a name and the index ends before the root
+  // does.
   UTXMLTag tag{};
-  while (NextElement(reader.get(), &tag)) {
+  for (bool isRoot = true; NextElement(reader.get(), &tag); isRoot = false) {
     for (const Application& application : kApplications) {
       if (tag.id != application.names[0].id) continue;
       *id = hasPreview ? application.withPreview : application.plain;
+      if (isRoot && HasOneElementOf(kNames, index.get())) return kChainEnds;
     }
   }
   return kChainEnds;

@@ -122,8 +122,14 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
                                const void* source, uint32_t /*flags*/) noexcept {
   auto* self = static_cast<PositionedHandle*>(handle);
   *target = nullptr;
-  if (sourceType == kIoSourcePackage || sourceType == kIoSourceRepairedPackage) {
+  if (sourceType == kIoSourceRepairedPackage) {
     return OpenPackageView(handle, self->nesting(), sourceType, target);
+  }
+  if (sourceType == kIoSourcePackage) {
+    if (self->isNoPackage_) return kIoError;
+    const int32_t result = OpenPackageView(handle, self->nesting(), sourceType, target);
+    self->isNoPackage_ = result != kIoOk;
+    return result;
   }
   if (source == nullptr) return kIoError;
   if (sourceType == kIoSourcePackageMember) {

@@ -2,7 +2,7 @@
 // handle only has to say how large it is and how bytes at an offset are read. Every handle can be
 // opened further as a container (containers.h): a compound file makes it a structured storage,
 // which is looked up when it is first asked for, and a ZIP directory at its end lets it open as a
-// package view.
+// package view. That it is none of both is kept: the question costs reads.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
@@ -79,6 +79,7 @@ class PositionedHandle : public IOHandle {
   int64_t position_ = 0;
   const HandleOrigin origin_;
   bool askedForStorage_ = false;
+  bool isNoPackage_ = false;  // it was asked for one, and no view opened
   std::unique_ptr<ContainedStorage> storage_;
   std::array<char, kIoNameCapacity> name_{};
 };
