@@ -83,6 +83,7 @@ struct Work {
   bool noMemory = false;               // an allocation failed
   int32_t readError = 0;               // errno of the first read that failed
   WantedRange wanted;                  // the first range that was missing
+  bool isSizeMissing = false;          // the source's end was asked for, and is not known
 
   // Notes that a limit was reached, and stops the work.
   void Stop(WorkLimit reached) {
@@ -100,7 +101,11 @@ struct Work {
   }
 
   void NoteMissing(uint64_t offset, uint64_t size) {
-    if (wanted.size == 0) wanted = {offset, size};
+    if (wanted.size == 0 && !isSizeMissing) wanted = {offset, size};
+  }
+
+  void NoteSizeMissing() {
+    if (wanted.size == 0) isSizeMissing = true;
   }
 
   // Begins a read of `size` bytes of the source. Returns how many of them may be read; 0: none,

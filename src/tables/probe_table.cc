@@ -136,10 +136,9 @@ FormatId Classifier(const ProbeCall& call) {
 }
 
 FormatId Package(const ProbeCall& call) {
-  int32_t extra = 0;
-  const FormatId id = PackageProbe(call.run.stream, &extra);
-  call.run.status = static_cast<uint32_t>(extra);
-  return id;
+  const PackageFormat format = PackageProbe(call.run.stream);
+  call.run.status = format.status;
+  return format.id;
 }
 
 // Both kinds of font have a directory of the same form, at the start of the file.

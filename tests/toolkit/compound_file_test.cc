@@ -101,6 +101,29 @@ TEST(CompoundFile, FindsNamesWhateverTheTree) {
   }
 }
 
+// Siblings as a list, which a search follows for so many steps and no further.
+TEST(CompoundFile, SearchesEndAtTheLimitOfSiblings) {
+  constexpr uint32_t kLimit = 1024;
+  constexpr size_t kEntry = 128;
+  std::vector<Node> nodes;
+  for (uint32_t i = 0; i <= kLimit; ++i) {
+    const std::string digits = std::to_string(10000 + i);
+    nodes.push_back(Stream({digits.begin(), digits.end()}, "x"));
+  }
+  std::string image = WriteCompoundFile(nodes);
+  const size_t sector = static_cast<uint8_t>(image[48]) | static_cast<uint8_t>(image[49]) << 8;
+  const size_t directory = (sector + 1) * kSector;
+  image.replace(directory + 76, 4, Word(1));
+  for (uint32_t i = 1; i <= kLimit + 1; ++i) {
+    const uint32_t right = i <= kLimit ? i + 1 : UINT32_MAX;
+    image.replace(directory + i * kEntry + 68, 8, Word(UINT32_MAX) + Word(right));
+  }
+  const io::OwnedHandle file = OpenMemory(image);
+  int32_t result = 0;
+  EXPECT_NE(OpenChild(file.get(), kIoSourceStorageStream, "11023", &result), nullptr);
+  EXPECT_EQ(OpenChild(file.get(), kIoSourceStorageStream, "11024", &result), nullptr);
+}
+
 TEST(CompoundFile, StoragesHaveClassesAndChildren) {
   const std::string deepData = Pattern(9000, 1);
   const std::string image = WriteCompoundFile(

@@ -52,7 +52,7 @@ io::OwnedHandle OpenIndex(IOHandle* package) {
 
 }  // namespace
 
-GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
+PackageAnswer IworkXmlPackageProbe(IOHandle* package) {
   if (!HasMember(package, "buildVersionHistory.plist")) return kGoOn;
   const bool hasPreview = HasMember(package, "QuickLook/Preview.pdf");
   const io::OwnedHandle index = OpenIndex(package);
@@ -69,15 +69,16 @@ GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
   // Deliberate: the last of the elements wins, its end included. So the root decides, whose end is
   // the last of all, unless an element in it has such a name and the index ends before the root
   // does.
+  PackageAnswer answer = kChainEnds;
   UTXMLTag tag{};
   for (bool isRoot = true; NextElement(reader.get(), &tag); isRoot = false) {
     for (const Application& application : kApplications) {
       if (tag.id != application.names[0].id) continue;
-      *id = hasPreview ? application.withPreview : application.plain;
-      if (isRoot && HasOneElementOf(kNames, index.get())) return kChainEnds;
+      answer.id = hasPreview ? application.withPreview : application.plain;
+      if (isRoot && HasOneElementOf(kNames, index.get())) return answer;
     }
   }
-  return kChainEnds;
+  return answer;
 }
 
 }  // namespace fi

@@ -98,12 +98,13 @@ uint32_t PrepareIwork(IworksRequest* request, const DecryptionLimits& limits) {
   const std::optional<IworkVerifier> verifier = ReadVerifier(request->source.package, limits);
   std::unique_ptr<IworksContext> context(new (std::nothrow) IworksContext);
   if (!verifier.has_value() || context == nullptr) return kFiDecryptionFailed;
-  const uint32_t status =
-      UnlockWithPassword(request->callback, request->source.package, [&](Bytes password) {
-        context->password.SetSize(0);
-        return context->password.Append(password) ? UnlockIwork(*verifier, password, &context->key)
-                                                  : Unlocked::kWrongPassword;
-      });
+  const PasswordSource from{request->callback, request->source.passwordContext,
+                            request->source.package};
+  const uint32_t status = UnlockWithPassword(from, [&](Bytes password) {
+    context->password.SetSize(0);
+    return context->password.Append(password) ? UnlockIwork(*verifier, password, &context->key)
+                                              : Unlocked::kWrongPassword;
+  });
   if (status == kFiOk) request->source.context = context.release();
   return status;
 }

@@ -18,6 +18,11 @@ const IOHandleOperations PositionedHandle::kOperations = {
 
 PositionedHandle::PositionedHandle(std::string_view name, const HandleOrigin& origin)
     : IOHandle{&kOperations}, origin_(origin) {
+  TakeName(name);
+}
+
+void PositionedHandle::TakeName(std::string_view name) {
+  name_ = {};
   name = name.substr(name.rfind('/') + 1);
   const size_t kept = std::min(name.size(), name_.size() - 1);
   name.copy(name_.data(), kept, name.size() - kept);

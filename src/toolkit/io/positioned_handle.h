@@ -38,11 +38,13 @@ class PositionedHandle : public IOHandle {
   // The number of containers around these bytes.
   uint32_t nesting() const { return origin_.nesting; }
 
+  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
+  void TakeName(std::string_view name);
+
   // What the reads are counted for; null: nothing.
   Work* work() const { return origin_.work; }
 
  protected:
-  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
   explicit PositionedHandle(std::string_view name, const HandleOrigin& origin = {});
   virtual ~PositionedHandle();
 
