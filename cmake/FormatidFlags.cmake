@@ -21,7 +21,7 @@ target_compile_options(
             -Wcast-qual
             -Wformat=2
             -Wundef
-            -Werror
+            $<$<BOOL:${FORMATID_WARNINGS_AS_ERRORS}>:-Werror>
             $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
             $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>)
 target_include_directories(formatid_flags INTERFACE ${PROJECT_SOURCE_DIR}/include)

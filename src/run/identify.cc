@@ -209,7 +209,7 @@ void Fail(std::string_view reason, Answer& answer) {
   answer.error = reason;
 }
 
-void IdentifyHandle(IOHandle* handle, const IdentifySettings& settings, Answer& answer) {
+void IdentifyOpened(IOHandle* handle, const IdentifySettings& settings, Answer& answer) {
   Reset(answer);
   FormatId id = kFormatUnknown;
   FIEvidence evidence{};

@@ -29,7 +29,7 @@ struct IdentifySettings {
 void Identify(Job& job, const IdentifySettings& settings);
 
 // Identifies an open handle, which stays the caller's.
-void IdentifyHandle(IOHandle* handle, const IdentifySettings& settings, Answer& answer);
+void IdentifyOpened(IOHandle* handle, const IdentifySettings& settings, Answer& answer);
 
 // Makes `answer` an error of which nothing else is known.
 void Fail(std::string_view reason, Answer& answer);
