@@ -129,7 +129,7 @@ void IdentifyDescriptor(int descriptor, const std::string& path, const IdentifyS
     return FailDescriptor(descriptor, errno, answer);
   {
     const OwnedHandle handle(opened);
-    IdentifyHandle(opened, settings, answer);
+    IdentifyOpened(opened, settings, answer);
   }
   if (settings.hasher != nullptr && answer.status != AnswerStatus::kError) {
     const int error = settings.hasher->HashFile(descriptor, answer.hashes);
@@ -181,7 +181,7 @@ void IdentifyPath(const std::string& path, const IdentifySettings& settings, Ans
   if (IOOpen(&opened, kIoSourcePath, path.c_str(), 1) != kIoOk)
     return FailOpen(path.c_str(), errno, answer);
   const OwnedHandle handle(opened);
-  IdentifyHandle(opened, settings, answer);
+  IdentifyOpened(opened, settings, answer);
 }
 
 void IdentifyStandardInput(const IdentifySettings& settings, Answer& answer) {
@@ -193,7 +193,7 @@ void IdentifyStandardInput(const IdentifySettings& settings, Answer& answer) {
   }
   {
     const OwnedHandle handle(opened);
-    IdentifyHandle(opened, settings, answer);
+    IdentifyOpened(opened, settings, answer);
   }
   if (settings.hasher == nullptr || answer.status == AnswerStatus::kError) return;
   if (input.descriptor() < 0) return settings.hasher->HashMemory(input.memory(), answer.hashes);
