@@ -3,6 +3,8 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <atomic>
+#include <mutex>
 #include <optional>
 
 namespace fi::crypto {
@@ -61,8 +63,18 @@ const OSSL_DISPATCH* LibCrypto::FindAlgorithm(int operation, std::string_view na
 }
 
 const LibCrypto* LoadLibCrypto() {
-  static const std::optional<LibCrypto> kFunctions = Load();
-  return kFunctions.has_value() ? &*kFunctions : nullptr;
+  // A failure may be that of the moment, such as too many open files, and is not kept.
+  static std::atomic<bool> loaded = false;
+  static std::mutex loading;
+  static LibCrypto functions;
+  if (loaded.load(std::memory_order_acquire)) return &functions;
+  const std::lock_guard<std::mutex> lock(loading);
+  if (loaded.load(std::memory_order_relaxed)) return &functions;
+  const std::optional<LibCrypto> found = Load();
+  if (!found.has_value()) return nullptr;
+  functions = *found;
+  loaded.store(true, std::memory_order_release);
+  return &functions;
 }
 
 }  // namespace fi::crypto
