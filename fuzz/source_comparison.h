@@ -73,16 +73,11 @@ inline uint32_t AnswerSecret(uint32_t, FIPasswordRequest* request, uintptr_t, ui
   return 0;
 }
 
-struct Answer {
-  uint32_t status = 0;
-  FormatId id = 0;
-  FIEvidence evidence{};
-
-  bool operator==(const Answer& other) const {
-    return status == other.status && id == other.id && evidence.basis == other.evidence.basis &&
-           evidence.signature == other.evidence.signature;
-  }
-};
+inline bool SameAnswer(const Answer& one, const Answer& other) {
+  return one.status == other.status && one.id == other.id &&
+         one.evidence.basis == other.evidence.basis &&
+         one.evidence.signature == other.evidence.signature;
+}
 
 class SourceComparison {
  public:
@@ -100,14 +95,15 @@ class SourceComparison {
     open.bytesRead = open.reads = open.bytesInflated = open.steps = kNoWorkLimit;
     open.memory = open.depth = kNoWorkLimit;
     const Answer answer = Identify(0, open);
-    for (int source = 1; source < kSources; ++source) Require(Identify(source, open) == answer);
+    for (int source = 1; source < kSources; ++source)
+      Require(SameAnswer(Identify(source, open), answer));
 
     WorkLimits tight = limits;
     tight.keyRounds = std::min<uint64_t>(tight.keyRounds, kRounds);
     for (int source = 0; source < kSources; ++source) {
       WorkLimit limit = WorkLimit::kNone;
       const Answer limited = Identify(source, tight, &limit);
-      if (limit == WorkLimit::kNone) Require(limited == answer);
+      if (limit == WorkLimit::kNone) Require(SameAnswer(limited, answer));
     }
   }
 
@@ -144,9 +140,8 @@ class SourceComparison {
 
   Answer Identify(int source, const WorkLimits& limits, WorkLimit* reached = nullptr) {
     Work work(limits);
-    Answer answer;
     const io::OwnedHandle handle = Open(source, &work);
-    answer.status = IdentifyWithWork(handle.get(), flags_, &work, &answer.id, &answer.evidence);
+    const Answer answer = IdentifyWithWork(handle.get(), flags_, &work);
     const WorkSpent& spent = work.spent;
     Require(spent.bytesRead <= limits.bytesRead && spent.reads <= limits.reads);
     Require(spent.steps <= limits.steps && spent.memory <= limits.memory);

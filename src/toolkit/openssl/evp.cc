@@ -151,7 +151,8 @@ bool EncryptAes128Cbc(Bytes key, Bytes iv, Bytes in, uint8_t* out) {
       lib->FindAlgorithm(OSSL_OP_CIPHER, NameOf(AesMode::kCbc, key.size()));
   const auto create = Find<OSSL_FUNC_cipher_newctx_fn>(functions, OSSL_FUNC_CIPHER_NEWCTX);
   const auto release = Find<OSSL_FUNC_cipher_freectx_fn>(functions, OSSL_FUNC_CIPHER_FREECTX);
-  const auto init = Find<OSSL_FUNC_cipher_encrypt_init_fn>(functions, OSSL_FUNC_CIPHER_ENCRYPT_INIT);
+  const auto init =
+      Find<OSSL_FUNC_cipher_encrypt_init_fn>(functions, OSSL_FUNC_CIPHER_ENCRYPT_INIT);
   const auto cipher = Find<OSSL_FUNC_cipher_cipher_fn>(functions, OSSL_FUNC_CIPHER_CIPHER);
   if (create == nullptr || release == nullptr || init == nullptr || cipher == nullptr) return false;
   void* const state = create(lib->OSSL_PROVIDER_get0_provider_ctx(lib->provider));
