@@ -12,7 +12,8 @@ namespace {
 
 constexpr size_t kRoom = Passwords::kMostBytes + 1;  // one more tells what is too large
 
-constexpr uint32_t kDeclined = 1;
+// Published as the password of such workbooks.
+constexpr std::string_view kDefaultPassword = "VelvetSweatshop";
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -73,23 +74,26 @@ bool Passwords::ReadFile(const std::string& path, std::string& error) {
   return read;
 }
 
-PasswordAnswers::PasswordAnswers(const Passwords& passwords) : slot_{Answer, &passwords} {
-  (void)UTSetGlobalData(kUtDataPasswordCallback, &slot_);
+void Passwords::AddDefault() {
+  lines_.push_back(kDefaultPassword);
+  hasDefault_ = true;
 }
 
-PasswordAnswers::~PasswordAnswers() { (void)UTSetGlobalData(kUtDataPasswordCallback, nullptr); }
+bool PasswordRounds::Next() {
+  if (passwords_ == nullptr || passwords_->lines().size() - first_ <= kPerRound) return false;
+  first_ += kPerRound;
+  return true;
+}
 
-uint32_t PasswordAnswers::Answer(uint32_t code, FIPasswordRequest* request, uintptr_t,
-                                 uintptr_t) noexcept {
-  void* item = nullptr;
-  if (code != kFiPasswordOfPackage) return kDeclined;
-  if (UTGetGlobalData(kUtDataPasswordCallback, &item) != 0 || item == nullptr) return kDeclined;
-  const std::vector<std::string_view>& lines = static_cast<const Slot*>(item)->passwords->lines();
-  if (request->attempts >= lines.size()) return kDeclined;
-  const std::string_view password = lines[request->attempts];
-  if (password.size() >= request->capacity) return kDeclined;
-  *std::copy(password.begin(), password.end(), request->password) = '\0';
-  return 0;
+bool PasswordRounds::Give(size_t attempt, char* buffer, size_t capacity) {
+  const std::vector<std::string_view>& lines = passwords_->lines();
+  if (attempt >= kPerRound || attempt >= lines.size() - first_) return false;
+  const std::string_view password = lines[first_ + attempt];
+  if (password.size() >= capacity) return false;
+  *std::copy(password.begin(), password.end(), buffer) = '\0';
+  const size_t index = first_ + attempt;
+  lastLine_ = passwords_->IsDefault(index) ? 0 : static_cast<int32_t>(index + 1);
+  return true;
 }
 
 }  // namespace fi::app

@@ -3,12 +3,11 @@
 #define FI_RUN_PASSWORDS_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "formatid/platform.h"
 
 namespace fi::app {
 
@@ -31,6 +30,11 @@ class Passwords {
   bool ReadDescriptor(int descriptor, std::string& error);
   bool ReadFile(const std::string& path, std::string& error);
 
+  // Adds the password that a workbook carries which is protected against writing only: whoever
+  // opens it is not asked.
+  void AddDefault();
+  bool IsDefault(size_t index) const { return hasDefault_ && index + 1 == lines_.size(); }
+
   // In the order of the lines. They go with this object.
   const std::vector<std::string_view>& lines() const { return lines_; }
 
@@ -39,29 +43,32 @@ class Passwords {
 
   std::unique_ptr<char[]> bytes_;
   std::vector<std::string_view> lines_;
+  bool hasDefault_ = false;
 };
 
-// While it lives, the library is given the passwords when it meets an encrypted document: the first
-// one, and the next one each time it asks again. There is one at a time.
-class PasswordAnswers {
+// The passwords of one document. The library asks three times in one identification; each round
+// gives it the next three.
+class PasswordRounds {
  public:
-  explicit PasswordAnswers(const Passwords& passwords);  // borrowed
-  PasswordAnswers(const PasswordAnswers&) = delete;
-  PasswordAnswers& operator=(const PasswordAnswers&) = delete;
-  ~PasswordAnswers();
+  // nullptr: there are none. Borrowed.
+  explicit PasswordRounds(const Passwords* passwords) : passwords_(passwords) {}
+
+  // Moves to the next round. False when there is no further password.
+  bool Next();
+
+  // Stores the password of attempt `attempt` (from 0) of this round, with a NUL behind it. False
+  // when there is none or no room for it.
+  bool Give(size_t attempt, char* buffer, size_t capacity);
+
+  // Line of the password that was given last, from 1; 0: the default password; -1: none was.
+  int32_t lastLine() const { return lastLine_; }
+
+  static constexpr size_t kPerRound = 3;
 
  private:
-  // The library's global data points here, at the callback. It hands no context to the callback,
-  // which finds its passwords by the same address.
-  struct Slot {
-    FIPasswordCallback callback;
-    const Passwords* passwords;
-  };
-
-  static uint32_t Answer(uint32_t code, FIPasswordRequest* request, uintptr_t first,
-                         uintptr_t second) noexcept;
-
-  Slot slot_;
+  const Passwords* passwords_;
+  size_t first_ = 0;  // of the round
+  int32_t lastLine_ = -1;
 };
 
 }  // namespace fi::app
