@@ -10,7 +10,7 @@
 
 namespace fi {
 
-// In the order in which they are shown.
+// In the order in which they are shown. docs/properties.md tells what each says, by family.
 enum class Property : uint8_t {
   kVersion,
   kProfile,           // a conforming subset or a kind: "PDF/A-2b", "strict", "BWF"
