@@ -549,6 +549,12 @@ WalkResult WalkSignatures(SignatureRun& run) {
   return WalkTable(kSignatureTable, kSignatureIndex, run);
 }
 
+WalkResult WalkSignaturesTraced(SignatureRun& run) {
+  const WalkResult match = WalkTable<RunTracedProgram>(kSignatureTable, kSignatureIndex, run);
+  TellRow(kSignatureTable, match, kFiCatalogue, run);
+  return match;
+}
+
 uint16_t BasisOfRow(uint16_t row) { return BasisOfTableRow(kSignatureTable, row); }
 
 }  // namespace fi
