@@ -170,7 +170,8 @@ TEST_F(SealedFiles, OpenPgp) {
          {"gpg --homedir g --batch -a --trust-model always -r a@b -o out -e part1.txt",
           "certificate"},
          {"gpg --homedir g --batch -a -o out --clear-sign part1.txt", "none; signed"}},
-        "mkdir -m 700 g && gpg --homedir g --batch --passphrase '' --quick-gen-key a@b rsa2048");
+        "mkdir -m 700 g && gpg --homedir g --batch --passphrase '' --quick-gen-key a@b "
+        "future-default");
 }
 
 }  // namespace
