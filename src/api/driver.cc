@@ -6,6 +6,7 @@
 #include "api/extension.h"
 #include "api/password_relay.h"
 #include "api/protected_formats.h"
+#include "api/corrections.h"
 #include "api/supplement.h"
 #include "platform/delimited_text.h"
 #include "platform/io.h"
@@ -102,6 +103,25 @@ void Refine(SignatureRun& run, FormatId* idOut, FIEvidence* evidence) {
   }
 }
 
+FormatId IdentifyWithoutName(const SignatureRun& run, uint32_t behaviour);
+
+// Puts what the content proves in the place of a fixed answer that is false. The evidence then says
+// which that was.
+void Correct(SignatureRun& run, uint32_t behaviour, FormatId* idOut, FIEvidence* evidence) {
+  const FixedAnswer answer = {*idOut, evidence->signature, behaviour, IdentifyWithoutName};
+  const FormatId id = CorrectionOf(run, answer);
+  if (id == kNoMatch) return;
+  *evidence = {kFiBasisContent | kFiBasisCorrection, static_cast<uint16_t>(*idOut)};
+  *idOut = id;
+}
+
+void RefineOrCorrect(SignatureRun& run, uint32_t behaviour, FormatId* idOut,
+                     FIEvidence* evidence) {
+  const FormatId before = *idOut;
+  Refine(run, idOut, evidence);
+  if (*idOut == before) Correct(run, behaviour, idOut, evidence);
+}
+
 // A file that is no storage and that no signature claimed: the text fallback and, where it is asked
 // for, the supplement. Delimited text is a specific answer, which the supplement must leave alone;
 // but what begins like no text need not be read on to know that it is none.
@@ -116,7 +136,8 @@ void IdentifyRest(SignatureRun& run, uint32_t behaviour, FormatId* idOut, FIEvid
   }
   *idOut = FallBackToText(run.stream, behaviour);
   if (*idOut != kFormatUnknown) evidence->basis = kFiBasisText;
-  if (!asksFurther || !IsGeneralAnswer(*idOut)) return;
+  if (!asksFurther) return;
+  if (!IsGeneralAnswer(*idOut)) return Correct(run, behaviour, idOut, evidence);
   if (further) return Take(further, idOut, evidence);
   Refine(run, idOut, evidence);
 }
@@ -129,7 +150,7 @@ uint32_t IdentifyUnmatched(SignatureRun& run, uint32_t behaviour, FormatId* idOu
     const uint32_t result = ClassifyCompoundDocument(run.stream, run.extension.data(), idOut);
     if (*idOut != kFormatUnknown && *idOut != kNoMatch) {
       evidence->basis = kFiBasisContent;
-      if (asksFurther) Refine(run, idOut, evidence);
+      if (asksFurther) RefineOrCorrect(run, behaviour, idOut, evidence);
       return result;
     }
   }
@@ -163,10 +184,26 @@ uint32_t FinishMatch(SignatureRun& run, bool isProtected, uint32_t behaviour, Fo
     Rewind(handle);
   }
   if ((behaviour & kBehaviourSupplement) != 0) {
-    Refine(run, idOut, evidence);
+    RefineOrCorrect(run, behaviour, idOut, evidence);
     Rewind(handle);
   }
   return kFiOk;
+}
+
+// What the content alone makes of the file; the answer may be corrected in its turn, but for those
+// by name.
+FormatId IdentifyWithoutName(const SignatureRun& run, uint32_t behaviour) {
+  SignatureRun unnamed;
+  unnamed.stream = run.stream;
+  unnamed.isStorage = run.isStorage;
+  unnamed.classId = run.classId;
+  const WalkResult match = WalkSignatures(unnamed);
+  FormatId id = match.id;
+  FIEvidence evidence{kFiBasisNone, match.row};
+  const uint32_t status =
+      id == kNoMatch ? IdentifyUnmatched(unnamed, behaviour, &id, &evidence)
+                     : FinishMatch(unnamed, false, behaviour, &id, &evidence);
+  return status == kFiOk ? id : kNoMatch;
 }
 
 uint32_t IdentifyDecrypted(IOHandle* handle, FormatId* idOut) {

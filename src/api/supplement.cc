@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "probes/media/iso_brands.h"
 #include "probes/media/ogg.h"
 #include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
@@ -52,6 +53,8 @@ SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
     case kFormatPlainCodePageText:
     case kFormatPlainUtf8Text:
       return Content(TextFormatProbe(run.stream, run.extension.data()));
+    case kFormatIsoMedia:
+      return Content(IsoBrandProbe(run.stream));
     case kFormatOgg:
       return Content(OtherOggCodecProbe(run.stream));
     case kFormatZip:

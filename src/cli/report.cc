@@ -186,6 +186,10 @@ void Report::AppendJson(std::string_view path, const Answer& answer) {
   record_ += ExtensionMatch(path, facts.extensions);
   record_ += ",\"basis\":";
   AppendJsonText(BasisName(answer.basis), record_);
+  if (answer.corrects != 0) {
+    record_ += ",\"corrects\":";
+    AppendNumber(answer.corrects, record_);
+  }
   record_ += ",\"size\":";
   if (answer.size >= 0) {
     AppendNumber(answer.size, record_);

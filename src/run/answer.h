@@ -20,6 +20,7 @@ struct Answer {
   AnswerStatus status = AnswerStatus::kUnknown;
   FIFormatFacts facts = {};  // texts are never null
   uint16_t basis = kFiBasisNone;
+  FormatId corrects = 0;  // the answer of the fixed rules that the content proves false; 0: none
   int64_t size = -1;  // bytes; -1: not known
   bool isDirectory = false;
   std::string error;  // empty unless the status is kProtected or kError

@@ -25,6 +25,7 @@ void Reset(Answer& answer) {
   answer.status = AnswerStatus::kUnknown;
   answer.facts = kUnknownFacts;
   answer.basis = kFiBasisNone;
+  answer.corrects = 0;
   answer.size = -1;
   answer.isDirectory = false;
   answer.error.clear();
@@ -123,7 +124,8 @@ void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer) {
   if (status != kFiOk && reason == nullptr) {
     return FailRead("identification failed (status " + std::to_string(status) + ")", answer);
   }
-  SetFormat(id, evidence.basis, answer);
+  SetFormat(id, evidence.basis & 0xFF, answer);
+  if ((evidence.basis & kFiBasisCorrection) != 0) answer.corrects = evidence.signature;
   if (reason != nullptr) {
     answer.status = AnswerStatus::kProtected;
     answer.error = reason;

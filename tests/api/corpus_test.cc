@@ -89,8 +89,8 @@ TEST_F(CorpusTest, SettledFilesAnswerTheirIdentifiers) {
   EXPECT_GT(checked, 2500u);
 }
 
-// The supplement speaks where the answer is general, and of message items by their class; nothing
-// else changes.
+// The supplement speaks where the answer is general, and of message items by their class; what else
+// changes is a correction, whose evidence names the fixed answer.
 TEST_F(CorpusTest, SupplementKeepsSpecificAnswers) {
   uint32_t named = 0;
   for (const CorpusFile& file : files_) {
@@ -101,9 +101,14 @@ TEST_F(CorpusTest, SupplementKeepsSpecificAnswers) {
       FormatId base = 0;
       FormatId id = 0;
       const uint32_t status = FIIdHandle(handle.get(), flags, &base);
-      EXPECT_EQ(FIIdHandle(handle.get(), flags | kFiSupplement, &id), status) << file.path;
+      FIEvidence evidence{};
+      EXPECT_EQ(FIIdHandleEvidence(handle.get(), flags | kFiSupplement, &id, &evidence), status)
+          << file.path;
       const bool isItem = base == kFormatOutlookMessage || base == kFormatOutlookItemTemplate;
-      EXPECT_TRUE(id == base || isItem || IsGeneralAnswer(base)) << file.path << ' ' << id;
+      const bool isCorrected = (evidence.basis & kFiBasisCorrection) != 0;
+      EXPECT_TRUE(id == base || isItem || isCorrected || IsGeneralAnswer(base))
+          << file.path << ' ' << id;
+      EXPECT_TRUE(!isCorrected || evidence.signature == base) << file.path;
       named += id != base ? 1 : 0;
     }
   }
