@@ -39,8 +39,9 @@ void MakeNarrow(StreamStorage& package) {
 FormatId Identify(const std::string& archive, bool narrow) {
   StreamStorage package({{"Index/Document.iwa", archive}});
   if (narrow) MakeNarrow(package);
-  FormatId id = 7;
-  Require(fi::IworkArchiveProbe(&package, fi::kHostJob, &id) == fi::kChainEnds);
+  const fi::PackageAnswer answer = fi::IworkArchiveProbe(&package, fi::kHostJob);
+  const FormatId id = answer.id;
+  Require(answer.ends && answer.status == 0);
   Require(package.opens() == package.closes());
   Require(id == 0 || id == 1390 || id == 1834 || id == 2273 || id == 2509);
   return id;

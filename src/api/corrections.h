@@ -7,6 +7,7 @@
 
 #include "formatid/platform.h"
 #include "signature/interpreter.h"
+#include "stream/identification_job.h"
 
 namespace fi {
 
@@ -14,10 +15,10 @@ namespace fi {
 struct FixedAnswer {
   FormatId id = kNoMatch;
   uint16_t row = 0;  // of the signature table, from 1; 0: none, it is from the text sniffer
-  uint32_t behaviour = 0;
+  Behaviour behaviour;
 
   // Identifies the file again, as if it had no name; never null.
-  FormatId (*withoutName)(const SignatureRun& run, uint32_t behaviour) = nullptr;
+  FormatId (*withoutName)(const SignatureRun& run, const Behaviour& behaviour) = nullptr;
 };
 
 // What stands in its place, or kNoMatch where the answer is right as far as can be told. Costs one

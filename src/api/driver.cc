@@ -1,12 +1,11 @@
 #include "api/driver.h"
 
-#include <array>
 #include <optional>
 
+#include "api/corrections.h"
 #include "api/extension.h"
 #include "api/password_relay.h"
 #include "api/protected_formats.h"
-#include "api/corrections.h"
 #include "api/supplement.h"
 #include "platform/delimited_text.h"
 #include "platform/io.h"
@@ -22,27 +21,29 @@
 namespace fi {
 namespace {
 
-// Bits of the behaviour word, option 338486.
-constexpr uint32_t kBehaviourText = 1;
-constexpr uint32_t kBehaviourDelimited = 2;
-
-// Beside them: the supplement is asked. It is no part of the option.
-constexpr uint32_t kBehaviourSupplement = 1u << 31;
+// Bits of option 338486.
+constexpr uint32_t kOptionText = 1;
+constexpr uint32_t kOptionDelimited = 2;
 
 // Takes the behaviour from the flags and publishes it, or from the option. An option that is not
-// set, or cannot be read, allows nothing.
-uint32_t Behaviour(uint32_t flags) {
+// set, or cannot be read, allows nothing. The supplement is asked by a flag alone.
+Behaviour BehaviourOfHost(uint32_t flags) {
   UTOptionSet* set = UTGetGlobalOptionSet();
+  Behaviour behaviour;
+  behaviour.supplement = (flags & kFiSupplement) != 0;
   uint32_t word = 0;
   if ((flags & kFiUseFlags) != 0) {
-    if ((flags & kFiTextFallback) != 0) word |= kBehaviourText;
-    if ((flags & kFiDelimitedText) != 0) word |= kBehaviourDelimited;
+    behaviour.text = (flags & kFiTextFallback) != 0;
+    behaviour.delimited = (flags & kFiDelimitedText) != 0;
+    word = (behaviour.text ? kOptionText : 0) | (behaviour.delimited ? kOptionDelimited : 0);
     if (set != nullptr) (void)UTSetOption(set, kUtOptionBehaviour, &word, sizeof(word));
-    return word;
+    return behaviour;
   }
   uint32_t size = sizeof(word);
-  if (set == nullptr || UTGetOption(set, kUtOptionBehaviour, &word, &size) != 0) return 0;
-  return word & (kBehaviourText | kBehaviourDelimited);  // a host may have set other bits
+  if (set == nullptr || UTGetOption(set, kUtOptionBehaviour, &word, &size) != 0) return behaviour;
+  behaviour.text = (word & kOptionText) != 0;
+  behaviour.delimited = (word & kOptionDelimited) != 0;
+  return behaviour;
 }
 
 bool ReadClassId(IOHandle* handle, ClassId& classId) {
@@ -67,12 +68,10 @@ std::optional<FormatId> KnownClass(const ClassId& classId) {
   return std::nullopt;
 }
 
-uint32_t IdentifyByClass(const SignatureRun& run, FormatId* idOut, FIEvidence* evidence) {
+Answer IdentifyByClass(const SignatureRun& run) {
   const std::optional<FormatId> known = KnownClass(run.classId);
-  if (!known.has_value()) return kFiUnknownClass;
-  *idOut = MapMessageClass(run.stream, *known);
-  evidence->basis = kFiBasisClass;
-  return kFiOk;
+  if (!known.has_value()) return {kFiUnknownClass, kNoMatch, {}};
+  return {kFiOk, MapMessageClass(run.stream, *known), {kFiBasisClass, 0}};
 }
 
 // Lets the sniffer look whether text is delimited.
@@ -84,84 +83,71 @@ FormatId RefineDelimitedText(IdentificationStream* stream, FormatId id) {
   return delimited ? sniffer.id : id;
 }
 
-FormatId FallBackToText(IdentificationStream* stream, uint32_t behaviour) {
-  if ((behaviour & kBehaviourText) == 0) return kFormatUnknown;
+FormatId FallBackToText(IdentificationStream* stream, const Behaviour& behaviour) {
+  if (!behaviour.text) return kFormatUnknown;
   const FormatId id = ClassifyPlainText(stream);
-  if (id == kFormatUnknown || (behaviour & kBehaviourDelimited) == 0) return id;
+  if (id == kFormatUnknown || !behaviour.delimited) return id;
   return RefineDelimitedText(stream, id);
 }
 
-void Take(const SupplementAnswer& answer, FormatId* idOut, FIEvidence* evidence) {
-  *idOut = answer.id;
-  *evidence = {answer.basis, 0};
+Answer AnswerOf(const SupplementAnswer& found) { return {kFiOk, found.id, {found.basis, 0}}; }
+
+// Puts what the supplement knows in the place of a general answer. The status stays.
+Answer Refine(SignatureRun& run, Answer answer) {
+  const SupplementAnswer found = RefineGeneralAnswer(run, answer.id);
+  if (!found) return answer;
+  return {answer.status, found.id, {found.basis, 0}, answer.decryption};
 }
 
-// Puts what the supplement knows in the place of a general answer.
-void Refine(SignatureRun& run, FormatId* idOut, FIEvidence* evidence) {
-  if (const SupplementAnswer answer = RefineGeneralAnswer(run, *idOut); answer) {
-    Take(answer, idOut, evidence);
-  }
-}
+FormatId IdentifyWithoutName(const SignatureRun& run, const Behaviour& behaviour);
 
-FormatId IdentifyWithoutName(const SignatureRun& run, uint32_t behaviour);
-
-// Puts what the content proves in the place of a fixed answer that is false. The evidence then says
-// which that was.
-void Correct(SignatureRun& run, uint32_t behaviour, FormatId* idOut, FIEvidence* evidence) {
-  const FixedAnswer answer = {*idOut, evidence->signature, behaviour, IdentifyWithoutName};
-  const FormatId id = CorrectionOf(run, answer);
-  if (id == kNoMatch) return;
-  *evidence = {kFiBasisContent | kFiBasisCorrection, static_cast<uint16_t>(*idOut)};
-  *idOut = id;
-}
-
-void RefineOrCorrect(SignatureRun& run, uint32_t behaviour, FormatId* idOut,
-                     FIEvidence* evidence) {
-  const FormatId before = *idOut;
-  Refine(run, idOut, evidence);
-  if (*idOut == before) Correct(run, behaviour, idOut, evidence);
+// Looks further: into what a general answer stands for, or whether a specific one is false. The
+// evidence of a correction says what it corrects.
+Answer RefineOrCorrect(SignatureRun& run, const Answer& answer, const Behaviour& behaviour) {
+  if (IsGeneralAnswer(answer.id)) return Refine(run, answer);
+  const FixedAnswer fixed = {answer.id, answer.evidence.signature, behaviour, IdentifyWithoutName};
+  const FormatId id = CorrectionOf(run, fixed);
+  if (id == kNoMatch) return answer;
+  constexpr uint16_t kBasis = kFiBasisContent | kFiBasisCorrection;
+  return {answer.status, id, {kBasis, static_cast<uint16_t>(answer.id)}, answer.decryption};
 }
 
 // A file that is no storage and that no signature claimed: the text fallback and, where it is asked
-// for, the supplement. Delimited text is a specific answer, which the supplement must leave alone;
-// but what begins like no text need not be read on to know that it is none.
-void IdentifyRest(SignatureRun& run, uint32_t behaviour, FormatId* idOut, FIEvidence* evidence) {
-  const bool asksFurther = (behaviour & kBehaviourSupplement) != 0;
+// for, the supplement. Delimited text is a specific answer, which the supplement must leave alone.
+// A file that begins like no text need not be read on to know that it is none.
+Answer IdentifyRest(SignatureRun& run, const Behaviour& behaviour) {
   SupplementAnswer further;
-  if (asksFurther) {
+  if (behaviour.supplement) {
     further = AskSupplementSignatures(run);
     // It also leaves the head of the file in the stream's buffer, where the fallback looks first.
     const bool isBinary = BeginsBinary(run.stream);
-    if (further && isBinary) return Take(further, idOut, evidence);
+    if (further && isBinary) return AnswerOf(further);
   }
-  *idOut = FallBackToText(run.stream, behaviour);
-  if (*idOut != kFormatUnknown) evidence->basis = kFiBasisText;
-  if (!asksFurther) return;
-  if (!IsGeneralAnswer(*idOut)) return Correct(run, behaviour, idOut, evidence);
-  if (further) return Take(further, idOut, evidence);
-  Refine(run, idOut, evidence);
+  Answer answer{kFiOk, FallBackToText(run.stream, behaviour), {}};
+  if (answer.id != kFormatUnknown) answer.evidence.basis = kFiBasisText;
+  if (!behaviour.supplement) return answer;
+  const bool isGeneral = IsGeneralAnswer(answer.id);
+  return further && isGeneral ? AnswerOf(further) : RefineOrCorrect(run, answer, behaviour);
 }
 
 // No signature claimed the file: the classifier, then the fallbacks, then unknown.
-uint32_t IdentifyUnmatched(SignatureRun& run, uint32_t behaviour, FormatId* idOut,
-                           FIEvidence* evidence) {
-  const bool asksFurther = (behaviour & kBehaviourSupplement) != 0;
+Answer IdentifyUnmatched(SignatureRun& run, const Behaviour& behaviour) {
   if (run.isStorage && run.classifierRan == 0) {
-    const uint32_t result = ClassifyCompoundDocument(run.stream, run.extension.data(), idOut);
-    if (*idOut != kFormatUnknown && *idOut != kNoMatch) {
-      evidence->basis = kFiBasisContent;
-      if (asksFurther) RefineOrCorrect(run, behaviour, idOut, evidence);
-      return result;
+    FormatId id = kNoMatch;
+    const uint32_t status = ClassifyCompoundDocument(run.stream, run.extension.data(), &id);
+    if (id != kFormatUnknown && id != kNoMatch) {
+      const Answer answer{status, id, {kFiBasisContent, 0}, status};
+      return behaviour.supplement ? RefineOrCorrect(run, answer, behaviour) : answer;
     }
   }
-  *idOut = kFormatUnknown;
+  Answer answer;
   if (!run.isStorage) {
-    IdentifyRest(run, behaviour, idOut, evidence);
-  } else if (asksFurther) {
-    Refine(run, idOut, evidence);
+    answer = IdentifyRest(run, behaviour);
+  } else if (behaviour.supplement) {
+    answer = Refine(run, answer);
   }
   Rewind(run.stream->handle);
-  return kFiOk;
+  return answer;
 }
 
 // Formats whose probe decrypts, and reports beside the identifier how that went.
@@ -170,74 +156,83 @@ bool ReportsDecryption(FormatId id) {
 }
 
 // Passes the answer of a signature through the rules that apply to all of them.
-uint32_t FinishMatch(SignatureRun& run, bool isProtected, uint32_t behaviour, FormatId* idOut,
-                     FIEvidence* evidence) {
+Answer FinishMatch(SignatureRun& run, const WalkResult& match, bool isProtected,
+                   const Behaviour& behaviour) {
+  Answer answer{kFiOk, match.id, {}};
+  if (match.id != kFormatUnknown) answer.evidence = {BasisOfRow(match.row), match.row};
   IOHandle* handle = run.stream->handle;
   Rewind(handle);
   if (isProtected) {
-    *idOut = ProtectedFormat(*idOut);
-  } else if (ReportsDecryption(*idOut) && run.status != kFiPasswordNeeded) {
-    return run.status;
+    answer.id = ProtectedFormat(answer.id);
+    // A class may say no more than that nothing is known: the answer rests on it all the same.
+    answer.evidence = {BasisOfRow(match.row), match.row};
+  } else if (ReportsDecryption(answer.id)) {
+    answer.decryption = run.status;
+    if (run.status != kFiPasswordNeeded) {
+      answer.status = run.status;
+      return answer;
+    }
   }
-  if (*idOut == kFormatPlainUtf8Text && (behaviour & kBehaviourDelimited) != 0) {
-    if (const ScopedStream fresh(handle); fresh) *idOut = RefineDelimitedText(fresh.get(), *idOut);
+  if (answer.id == kFormatPlainUtf8Text && behaviour.delimited) {
+    if (const ScopedStream fresh(handle); fresh) {
+      answer.id = RefineDelimitedText(fresh.get(), answer.id);
+    }
     Rewind(handle);
   }
-  if ((behaviour & kBehaviourSupplement) != 0) {
-    RefineOrCorrect(run, behaviour, idOut, evidence);
+  if (behaviour.supplement) {
+    answer = RefineOrCorrect(run, answer, behaviour);
     Rewind(handle);
   }
-  return kFiOk;
+  return answer;
 }
 
-// What the content alone makes of the file; the answer may be corrected in its turn, but for those
+// What the content alone makes of the file. The answer may be corrected in its turn, but for those
 // by name.
-FormatId IdentifyWithoutName(const SignatureRun& run, uint32_t behaviour) {
+FormatId IdentifyWithoutName(const SignatureRun& run, const Behaviour& behaviour) {
   SignatureRun unnamed;
   unnamed.stream = run.stream;
   unnamed.isStorage = run.isStorage;
   unnamed.classId = run.classId;
   const WalkResult match = WalkSignatures(unnamed);
-  FormatId id = match.id;
-  FIEvidence evidence{kFiBasisNone, match.row};
-  const uint32_t status =
-      id == kNoMatch ? IdentifyUnmatched(unnamed, behaviour, &id, &evidence)
-                     : FinishMatch(unnamed, false, behaviour, &id, &evidence);
-  return status == kFiOk ? id : kNoMatch;
+  const Answer answer = match.id == kNoMatch ? IdentifyUnmatched(unnamed, behaviour)
+                                             : FinishMatch(unnamed, match, false, behaviour);
+  return answer.status == kFiOk ? answer.id : kNoMatch;
 }
 
-uint32_t IdentifyDecrypted(IOHandle* handle, FormatId* idOut) {
-  return IdentifyHandle(handle, 0, idOut, nullptr);
+Answer IdentifyDecrypted(const IdentificationJob& job, IOHandle* handle) {
+  return IdentifyForJob(job, handle, 0);
 }
 
 }  // namespace
 
 constinit const IdentificationJob kHostJob = {IdentifyDecrypted, RelayPasswordRequest};
 
-uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvidence* evidence) {
-  FIEvidence unused{};
-  if (evidence == nullptr) evidence = &unused;
-  *evidence = {};
-  const ScopedStream stream(handle, kHostJob);
-  if (!stream) {
-    *idOut = kFormatUnknown;
-    return FI_NO_STREAM;
-  }
-  *idOut = kNoMatch;
+Answer IdentifyStream(IdentificationStream* stream, const Behaviour& behaviour, bool classOnly) {
   SignatureRun run;
-  run.stream = stream.get();
-  uint32_t behaviour = Behaviour(flags);
-  if ((flags & kFiSupplement) != 0) behaviour |= kBehaviourSupplement;
-  run.isStorage = ReadClassId(handle, run.classId);
-  run.extension = ReadExtension(handle);
-  const bool isProtected = run.isStorage && CheckDrmContentStream(run.stream);
-  if ((flags & kFiClassOnly) != 0) return IdentifyByClass(run, idOut, evidence);
-
+  run.stream = stream;
+  run.isStorage = ReadClassId(stream->handle, run.classId);
+  run.extension = ReadExtension(stream->handle);
+  const bool isProtected = run.isStorage && CheckDrmContentStream(stream);
+  if (classOnly) return IdentifyByClass(run);
   const WalkResult match = WalkSignatures(run);
-  *idOut = match.id;
-  if (match.id == kNoMatch) return IdentifyUnmatched(run, behaviour, idOut, evidence);
-  if (match.id != kFormatUnknown) *evidence = {BasisOfRow(match.row), match.row};
-  return FinishMatch(run, isProtected, behaviour, idOut, evidence);
+  return match.id == kNoMatch ? IdentifyUnmatched(run, behaviour)
+                              : FinishMatch(run, match, isProtected, behaviour);
+}
+
+Answer IdentifyHandle(IOHandle* handle, uint32_t flags) {
+  return IdentifyForJob(kHostJob, handle, flags);
+}
+
+Answer IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work) {
+  IdentificationJob job = kHostJob;
+  job.work = work;
+  return IdentifyForJob(job, handle, flags);
+}
+
+Answer IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t flags) {
+  const ScopedStream stream(handle, job);
+  if (!stream) return {.status = FI_NO_STREAM};
+  return IdentifyStream(stream.get(), BehaviourOfHost(flags), (flags & kFiClassOnly) != 0);
 }
 
 }  // namespace fi

@@ -4,14 +4,26 @@
 
 #include <cstdint>
 
-#include "formatid/platform.h"
+#include "formatid/io.h"
+#include "platform/work.h"
+#include "stream/id_stream.h"
 #include "stream/identification_job.h"
 
 namespace fi {
 
-// What FIIdHandle promises, for the exports. `evidence` may be null; it is filled in any case but a
-// failed stream.
-uint32_t IdentifyHandle(IOHandle* handle, uint32_t flags, FormatId* idOut, FIEvidence* evidence);
+// What FIIdHandle promises, for the exports.
+Answer IdentifyHandle(IOHandle* handle, uint32_t flags);
+
+// The same over a stream at the start of its handle, with the behaviour given: options of the
+// process are neither read nor set. `classOnly` is the flag kFiClassOnly.
+Answer IdentifyStream(IdentificationStream* stream, const Behaviour& behaviour, bool classOnly);
+
+// The same for a job, whose functions and record it uses.
+Answer IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t flags);
+
+// IdentifyHandle within the limits of `work`, with which `handle` was opened (OpenSource). The
+// answer is the best that was found; `work` tells whether a limit was reached or something failed.
+Answer IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work);
 
 // What the exports lend to the probes that decrypt: the callback that the host registered, and
 // IdentifyHandle without flags.

@@ -1,4 +1,3 @@
-#include <array>
 #include <cstring>
 
 #include "api/driver.h"
@@ -43,12 +42,11 @@ uint16_t StatusOfOpen(int32_t result) {
 
 uint32_t Identify(IOHandle* handle, uint32_t flags, FormatId* idOut,
                   FIEvidence* evidence) noexcept {
-  FormatId unused = 0;
-  FormatId* id = idOut != nullptr ? idOut : &unused;
-  const auto body = [&] { return fi::IdentifyHandle(handle, flags, id, evidence); };
-  const uint32_t status = fi::NoThrow<uint32_t>(FI_NO_STREAM, body);
-  if (status == FI_NO_STREAM) *id = kFormatUnknown;
-  return status;
+  const fi::Answer answer = fi::NoThrow<fi::Answer>(
+      {.status = FI_NO_STREAM}, [&] { return fi::IdentifyHandle(handle, flags); });
+  if (idOut != nullptr) *idOut = answer.id;
+  if (evidence != nullptr) *evidence = answer.evidence;
+  return answer.status;
 }
 
 }  // namespace

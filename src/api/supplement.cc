@@ -22,20 +22,63 @@ SupplementAnswer Content(FormatId id) {
   return {id, kFiBasisContent};
 }
 
+SupplementAnswer RefineUnknown(SignatureRun& run, FormatId /*id*/) {
+  if (run.isStorage) {
+    if (const FormatId id = ProbeUnknownStorage(run.stream, run.classId); id != kNoMatch) {
+      return Content(id);
+    }
+  }
+  return Content(TextFormatProbe(run.stream, run.extension.data()));
+}
+
+SupplementAnswer RefineText(SignatureRun& run, FormatId /*id*/) {
+  return Content(TextFormatProbe(run.stream, run.extension.data()));
+}
+
+SupplementAnswer RefineOgg(SignatureRun& run, FormatId /*id*/) {
+  return Content(OtherOggCodecProbe(run.stream));
+}
+
+SupplementAnswer RefineIsoMedia(SignatureRun& run, FormatId /*id*/) {
+  return Content(IsoBrandProbe(run.stream));
+}
+
+SupplementAnswer RefineZip(SignatureRun& run, FormatId /*id*/) {
+  return Content(PackageSupplement(run.stream));
+}
+
+SupplementAnswer RefineItem(SignatureRun& run, FormatId id) {
+  return Content(MapWideMessageClass(run.stream, id));
+}
+
+struct GeneralFormat {
+  FormatId id;
+  SupplementAnswer (*refine)(SignatureRun& run, FormatId id);  // null: nothing looks further
+};
+
+constexpr GeneralFormat kGeneral[] = {
+    {kNoMatch, nullptr},
+    {kFormatUnknown, RefineUnknown},
+    {kFormatZip, RefineZip},
+    {kFormatOgg, RefineOgg},
+    {kFormatIsoMedia, RefineIsoMedia},
+    {kFormatOutlookMessage, RefineItem},
+    {kFormatOutlookItemTemplate, RefineItem},
+    {kFormatPlainUtf16Text, RefineText},
+    {kFormatPlainAsciiText, RefineText},
+    {kFormatPlainCodePageText, RefineText},
+    {kFormatPlainUtf8Text, RefineText},
+};
+
+const GeneralFormat* FindGeneral(FormatId id) {
+  const auto* found = std::find_if(std::begin(kGeneral), std::end(kGeneral),
+                                   [id](const GeneralFormat& row) { return row.id == id; });
+  return found != std::end(kGeneral) ? found : nullptr;
+}
+
 }  // namespace
 
-bool IsGeneralAnswer(FormatId id) {
-  constexpr FormatId kGeneral[] = {kNoMatch,
-                                   kFormatUnknown,
-                                   kFormatZip,
-                                   kFormatOgg,
-                                   kFormatIsoMedia,
-                                   kFormatPlainUtf16Text,
-                                   kFormatPlainAsciiText,
-                                   kFormatPlainCodePageText,
-                                   kFormatPlainUtf8Text};
-  return std::find(std::begin(kGeneral), std::end(kGeneral), id) != std::end(kGeneral);
-}
+bool IsGeneralAnswer(FormatId id) { return FindGeneral(id) != nullptr; }
 
 SupplementAnswer AskSupplementSignatures(SignatureRun& run) {
   const WalkResult match = WalkSupplement(run);
@@ -44,27 +87,9 @@ SupplementAnswer AskSupplementSignatures(SignatureRun& run) {
 }
 
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id) {
-  switch (id) {
-    case kFormatUnknown:
-      if (run.isStorage) return Content(ProbeUnknownStorage(run.stream, run.classId));
-      [[fallthrough]];
-    case kFormatPlainUtf16Text:
-    case kFormatPlainAsciiText:
-    case kFormatPlainCodePageText:
-    case kFormatPlainUtf8Text:
-      return Content(TextFormatProbe(run.stream, run.extension.data()));
-    case kFormatIsoMedia:
-      return Content(IsoBrandProbe(run.stream));
-    case kFormatOgg:
-      return Content(OtherOggCodecProbe(run.stream));
-    case kFormatZip:
-      return Content(PackageSupplement(run.stream));
-    case kFormatOutlookMessage:
-    case kFormatOutlookItemTemplate:
-      return Content(MapWideMessageClass(run.stream, id));
-    default:
-      return {};
-  }
+  const GeneralFormat* general = FindGeneral(id);
+  if (general == nullptr || general->refine == nullptr) return {};
+  return general->refine(run, id);
 }
 
 bool BeginsBinary(IdentificationStream* stream) {

@@ -17,7 +17,8 @@ struct SupplementAnswer {
   explicit operator bool() const { return id != kNoMatch; }
 };
 
-// Whether `id` says no more than what a file is packed or written in, or nothing at all.
+// Whether `id` says no more than what a file is packed or written in, or nothing at all. Items of a
+// mail program count as well: their class may be told more exactly.
 bool IsGeneralAnswer(FormatId id);
 
 // Asks the signatures of the supplement about a file that is no storage. The stream and the handle
@@ -25,8 +26,8 @@ bool IsGeneralAnswer(FormatId id);
 SupplementAnswer AskSupplementSignatures(SignatureRun& run);
 
 // Asks the probes that look into what `id` stands for: ZIP archives, storages of an unknown kind,
-// message items whose class is not told, text, and what may be text in part. No answer for every
-// other identifier. The stream and the handle are left anywhere.
+// message items whose class is not told, Ogg files, text, and what may be text in part. No answer
+// for every other identifier. The stream and the handle are left anywhere.
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
 
 // Whether the file's first bytes show that it is no text, so that the fallback need not be asked.

@@ -21,7 +21,7 @@ struct O12PasswordSource {
   uint32_t size;                // of this record: 32 bytes
   FIPasswordCallback callback;  // asked for each try; never null
   IOHandle* document;           // handed on in the request; borrowed
-  uint32_t reserved[2];
+  uintptr_t context;            // the first of the callback's two last arguments
 };
 
 static_assert(sizeof(O12Options) == 48);

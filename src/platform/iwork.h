@@ -16,8 +16,8 @@ struct IworksContext;
 struct IworksPackageSource {
   uint32_t size;      // of this record: 32 bytes
   IOHandle* package;  // the package view; borrowed, and handed on in the request for a password
-  IworksContext* context;  // null; set by IworksInitDecryption
-  uint32_t reserved[2];
+  IworksContext* context;     // null; set by IworksInitDecryption
+  uintptr_t passwordContext;  // the first of the callback's two last arguments
 };
 
 struct IworksRequest {

@@ -29,6 +29,10 @@ constexpr uint32_t kXmlEndTag = 0x1000;
 // Of UTXMLFindStringInMap.
 constexpr uint16_t kXmlNotInMap = 0xFFFF;
 
+// Bytes of a document that a reader reads at most: what stands behind them is as if it were not
+// there.
+constexpr uint32_t kXmlMaxDocument = 2 << 20;
+
 struct UTXMLTagName {
   uint32_t id;            // not 0
   const char* localName;  // borrowed for the life of the reader

@@ -1,53 +1,30 @@
-// Encodes rows of signature notation into programs, at compile time. A mistake in a row is a
-// compile error that names its kind.
-//
-// clang-format off
-//   'text'  E4       literal bytes: ASCII, or two hexadecimal digits
-//   FF*32            a literal byte, repeated
-//   raw(FF 0C 00)    bytes that are stored as they are, an instruction included
-//   ci(RTF) ic(RTF)  letters in either case; ic stores the lower case first
-//   rw               go to the start
-//   at(65)           go to an offset
-//   atend(-18)       go to an offset from the end
-//   skip(4)          pass over bytes
-//   nop00            an instruction that does nothing
-//   not(00)          any other byte
-//   oneof(31,32)     one of two bytes
-//   range2(00-1F)    so many bytes, each in the range
-//   wnotin1(0-200)   so many little-endian words, none of them in the (decimal) range
-//   ext('AI')        the extension begins so
-//   class(16 bytes)  class identifier
-//   name(urn:x)      the document root's name
-//   name(M1:/path)   the same behind a maker prefix
-//   -> 1557          the format
-//   -> probe 1730    the probe that decides
-// clang-format on
+// Encodes the rows of a signature table (row_encoder.h) at compile time, and what is asserted of
+// the result.
 #ifndef FI_SIGNATURE_SIGNATURE_ENCODER_H_
 #define FI_SIGNATURE_SIGNATURE_ENCODER_H_
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-#include "platform/class_id.h"
 #include "signature/opcodes.h"
+#include "signature/row_alternatives.h"
+#include "signature/row_encoder.h"
 
 namespace fi {
 
-// The two makers whose document types share a path under a host of their own.
-inline constexpr std::string_view kMakerPrefix1 = "http://schemas.docmaker5.example";
-inline constexpr std::string_view kMakerPrefix2 = "http://www.docmaker4.example";
-
-// Not defined: to reach one while a table is encoded ends the compilation.
-void SignatureNotationIsWrong();
+// Not defined: to reach it while a table is encoded ends the compilation.
 void SignatureTableIsTooLarge();
 
 // Encoded programs and where each of them starts.
-template <size_t kRows, size_t kCapacity>
+template <size_t kPrograms, size_t kCapacity>
 struct EncodedTable {
+  static constexpr size_t kRows = kPrograms;
+
   std::array<uint8_t, kCapacity> bytes{};
-  std::array<uint16_t, kRows> starts{};
+  std::array<uint16_t, kPrograms> starts{};
   size_t size = 0;
 
   constexpr void Put(uint32_t byte) {
@@ -56,234 +33,43 @@ struct EncodedTable {
   }
 };
 
-template <class Table>
-class RowEncoder {
- public:
-  constexpr RowEncoder(std::string_view row, Table& table) : rest_(row), table_(table) {}
+template <size_t kRows>
+consteval size_t ProgramsOf(const std::string_view (&rows)[kRows]) {
+  size_t count = 0;
+  for (const std::string_view row : rows) count += ProgramsOf(row);
+  return count;
+}
 
-  constexpr void Encode() {
-    SkipBlanks();
-    while (!rest_.empty()) {
-      Item();
-      SkipBlanks();
-    }
-  }
-
- private:
-  constexpr void Put(uint32_t byte) {
-    if (byte > 0xFF) SignatureNotationIsWrong();
-    table_.Put(byte);
-  }
-  constexpr void PutWord(uint32_t word) {
-    Put(word & 0xFF);
-    Put(word >> 8);
-  }
-  constexpr void PutDword(uint32_t value) {
-    PutWord(value & 0xFFFF);
-    PutWord(value >> 16);
-  }
-  constexpr void Op(Opcode opcode) {
-    Put(kEscape);
-    Put(opcode);
-  }
-  constexpr void Literal(uint32_t byte) {
-    if (byte == kEscape) Put(kEscape);
-    Put(byte);
-  }
-
-  constexpr void SkipBlanks() {
-    while (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
-  }
-  constexpr bool Take(std::string_view word) {
-    if (!rest_.starts_with(word)) return false;
-    rest_.remove_prefix(word.size());
-    return true;
-  }
-  constexpr void Expect(std::string_view word) {
-    if (!Take(word)) SignatureNotationIsWrong();
-  }
-  constexpr char Next() {
-    if (rest_.empty()) SignatureNotationIsWrong();
-    const char c = rest_.front();
-    rest_.remove_prefix(1);
-    return c;
-  }
-  static constexpr uint32_t Digit(char c) {
-    if (c >= '0' && c <= '9') return static_cast<uint32_t>(c - '0');
-    if (c >= 'A' && c <= 'F') return static_cast<uint32_t>(c - 'A' + 10);
-    SignatureNotationIsWrong();
-    return 0;
-  }
-  constexpr uint32_t Byte() {
-    const uint32_t high = Digit(Next());
-    return high << 4 | Digit(Next());
-  }
-  constexpr uint32_t Number() {
-    uint32_t value = Digit(Next());
-    while (!rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9') {
-      value = value * 10 + Digit(Next());
-    }
-    return value;
-  }
-  constexpr std::string_view Until(char end) {
-    const size_t length = rest_.find(end);
-    if (length == std::string_view::npos) SignatureNotationIsWrong();
-    const std::string_view text = rest_.substr(0, length);
-    rest_.remove_prefix(length + 1);
-    return text;
-  }
-
-  constexpr void EitherCase(std::string_view word, bool lowerFirst) {
-    constexpr uint32_t kCaseBit = 0x20;
-    for (const char letter : word) {
-      if (letter < 'A' || letter > 'Z') SignatureNotationIsWrong();
-      const uint32_t upper = static_cast<uint8_t>(letter);
-      Op(kOpOneOf);
-      Put(lowerFirst ? upper | kCaseBit : upper);
-      Put(lowerFirst ? upper : upper | kCaseBit);
-    }
-  }
-
-  constexpr void RootName(std::string_view name) {
-    Op(kOpRootName);
-    std::string_view prefix;
-    if (name.starts_with("M1:")) prefix = kMakerPrefix1;
-    if (name.starts_with("M2:")) prefix = kMakerPrefix2;
-    if (!prefix.empty()) name.remove_prefix(3);
-    for (const char c : prefix) Put(static_cast<uint8_t>(c));
-    for (const char c : name) Put(static_cast<uint8_t>(c));
-    Put(0);
-  }
-
-  constexpr void ByteRange() {
-    Op(kOpByteRange);
-    Put(Number());
-    Expect("(");
-    Put(Byte());
-    Expect("-");
-    Put(Byte());
-    Expect(")");
-  }
-
-  constexpr void WordOutsideRange() {
-    Op(kOpWordOutsideRange);
-    Put(Number());
-    Expect("(");
-    PutWord(Number());
-    Expect("-");
-    PutWord(Number());
-    Expect(")");
-  }
-
-  constexpr void Class() {
-    Op(kOpClass);
-    const size_t start = table_.size;
-    Raw();
-    if (table_.size - start != kClassIdSize) SignatureNotationIsWrong();
-  }
-
-  constexpr void Raw() {
-    while (!Take(")")) {
-      Put(Byte());
-      SkipBlanks();
-    }
-  }
-
-  constexpr void ExtensionTest() {
-    Op(kOpExtension);
-    const std::string_view text = Until('\'');
-    Put(static_cast<uint32_t>(text.size()));
-    for (const char c : text) Put(static_cast<uint8_t>(c));
-    Expect(")");
-  }
-
-  constexpr void Result() {
-    SkipBlanks();
-    Op(Take("probe ") ? kOpProbe : kOpReturn);
-    PutWord(Number());
-  }
-
-  constexpr void LiteralByte() {
-    const uint32_t byte = Byte();
-    const uint32_t times = Take("*") ? Number() : 1;
-    for (uint32_t i = 0; i < times; ++i) Literal(byte);
-  }
-
-  // An instruction with one operand in brackets.
-  constexpr void Offset(Opcode opcode, uint32_t value) {
-    Op(opcode);
-    PutDword(value);
-    Expect(")");
-  }
-  constexpr void OneByte(Opcode opcode, uint32_t value) {
-    Op(opcode);
-    Put(value);
-    Expect(")");
-  }
-
-  constexpr void Item() {
-    if (Take("'")) {
-      for (const char c : Until('\'')) Literal(static_cast<uint8_t>(c));
-    } else if (Take("->")) {
-      Result();
-    } else if (Take("rw")) {
-      Op(kOpRewind);
-    } else if (Take("nop00")) {
-      Op(kOpNothing);
-    } else if (Take("atend(-")) {
-      Offset(kOpSeekFromEnd, 0u - Number());
-    } else if (Take("at(")) {
-      Offset(kOpSeek, Number());
-    } else if (Take("skip(")) {
-      OneByte(kOpSkip, Number());
-    } else if (Take("not(")) {
-      OneByte(kOpNotByte, Byte());
-    } else if (Take("oneof(")) {
-      Op(kOpOneOf);
-      Put(Byte());
-      Expect(",");
-      Put(Byte());
-      Expect(")");
-    } else if (Take("range")) {
-      ByteRange();
-    } else if (Take("wnotin")) {
-      WordOutsideRange();
-    } else if (Take("ci(")) {
-      EitherCase(Until(')'), false);
-    } else if (Take("ic(")) {
-      EitherCase(Until(')'), true);
-    } else if (Take("ext('")) {
-      ExtensionTest();
-    } else if (Take("class(")) {
-      Class();
-    } else if (Take("name(")) {
-      RootName(Until(')'));
-    } else if (Take("raw(")) {
-      Raw();
-    } else {
-      LiteralByte();
-    }
-  }
-
-  std::string_view rest_;
-  Table& table_;
-};
-
-// Encodes `rows`, each closed by the end-of-entry marker and the last followed by that of the
-// table.
-template <size_t kCapacity, size_t kRows>
-consteval EncodedTable<kRows, kCapacity> EncodeTable(const std::string_view (&rows)[kRows]) {
-  using Table = EncodedTable<kRows, kCapacity>;
+// Encodes `rows`, each program closed by the end-of-entry marker and the last followed by that of
+// the table.
+template <size_t kPrograms, size_t kCapacity, size_t kRows>
+consteval EncodedTable<kPrograms, kCapacity> EncodeTable(const std::string_view (&rows)[kRows]) {
+  using Table = EncodedTable<kPrograms, kCapacity>;
   Table table;
-  for (size_t i = 0; i < kRows; ++i) {
-    table.starts[i] = static_cast<uint16_t>(table.size);
-    RowEncoder<Table>(rows[i], table).Encode();
-    table.Put(kEscape);
-    table.Put(kOpEndOfEntry);
+  size_t program = 0;
+  for (const std::string_view row : rows) {
+    const size_t variants = ProgramsOf(row);
+    for (size_t variant = 0; variant < variants; ++variant) {
+      if (program == kPrograms) SignatureTableIsTooLarge();
+      table.starts[program++] = static_cast<uint16_t>(table.size);
+      RowEncoder<Table>(row, variant, table).Encode();
+      table.Put(kEscape);
+      table.Put(kOpEndOfEntry);
+    }
   }
   table.Put(kEscape);
   table.Put(kOpEndOfTable);
   return table;
+}
+
+// The same table without the room behind its end.
+template <size_t kSize, size_t kRows, size_t kCapacity>
+consteval EncodedTable<kRows, kSize> Fitted(const EncodedTable<kRows, kCapacity>& table) {
+  EncodedTable<kRows, kSize> fitted;
+  std::copy_n(table.bytes.begin(), kSize, fitted.bytes.begin());
+  fitted.starts = table.starts;
+  fitted.size = kSize;
+  return fitted;
 }
 
 // Sizes of an end marker, and of the return or probe that closes each program.

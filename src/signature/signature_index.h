@@ -6,6 +6,7 @@
 #define FI_SIGNATURE_SIGNATURE_INDEX_H_
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,18 +14,43 @@
 
 namespace fi {
 
-template <size_t kRows>
-class RowSet {
+template <size_t kMembers>
+class MemberSet {
  public:
-  static constexpr size_t kWords = (kRows + 63) / 64;
+  static constexpr size_t kWords = (kMembers + 63) / 64;
 
-  constexpr void Add(size_t row) { words_[row / 64] |= uint64_t{1} << (row % 64); }
-  constexpr bool Has(size_t row) const { return (words_[row / 64] >> (row % 64) & 1) != 0; }
+  constexpr void Add(size_t member) { words_[member / 64] |= uint64_t{1} << (member % 64); }
+  constexpr bool Has(size_t member) const {
+    return (words_[member / 64] >> (member % 64) & 1) != 0;
+  }
   constexpr uint64_t Word(size_t index) const { return words_[index]; }
+
+  constexpr void Add(const MemberSet& other) {
+    for (size_t i = 0; i < kWords; ++i) words_[i] |= other.words_[i];
+  }
+  constexpr void Remove(const MemberSet& other) {
+    for (size_t i = 0; i < kWords; ++i) words_[i] &= ~other.words_[i];
+  }
+
+  // The first member from that number on, or kMembers.
+  constexpr size_t Next(size_t from) const {
+    if (from >= kMembers) return kMembers;
+    size_t index = from / 64;
+    uint64_t word = words_[index] >> (from % 64) << (from % 64);
+    while (word == 0) {
+      if (++index == kWords) return kMembers;
+      word = words_[index];
+    }
+    return index * 64 + static_cast<size_t>(std::countr_zero(word));
+  }
 
  private:
   std::array<uint64_t, kWords> words_{};
 };
+
+template <size_t kRows>
+using RowSet = MemberSet<kRows>;
+using ByteSet = MemberSet<256>;
 
 template <size_t kRows>
 struct SignatureIndex {
@@ -39,12 +65,10 @@ struct SignatureIndex {
   std::array<uint16_t, kRows> behindGated{};
 };
 
-// What a program that rewinds tests about the first byte.
-class FirstByteTest {
+// What an instruction tests about the next byte.
+class ByteTest {
  public:
-  explicit constexpr FirstByteTest(const uint8_t* program) {
-    if (program[0] != kEscape || program[1] != kOpRewind) return;
-    const uint8_t* test = program + 2;
+  explicit constexpr ByteTest(const uint8_t* test) {
     const bool literal = test[0] != kEscape;
     const uint8_t* operands = test + 2;
     if (literal || test[1] == kOpLiteralEscape) {
@@ -56,22 +80,28 @@ class FirstByteTest {
       AllowRange(operands[1], operands[2]);
     } else if (test[1] == kOpNotByte) {
       AllowRange(0x00, 0xFF);
-      allowed_[operands[0]] = false;
+      ByteSet forbidden;
+      forbidden.Add(operands[0]);
+      allowed_.Remove(forbidden);
     }
   }
 
   constexpr bool Exists() const { return exists_; }
-  constexpr bool Allows(size_t byte) const { return allowed_[byte]; }
+  constexpr const ByteSet& Allowed() const { return allowed_; }
 
  private:
   constexpr void AllowRange(size_t low, size_t high) {
     exists_ = true;
-    for (size_t byte = low; byte <= high; ++byte) allowed_[byte] = true;
+    for (size_t byte = low; byte <= high; ++byte) allowed_.Add(byte);
   }
 
   bool exists_ = false;
-  std::array<bool, 256> allowed_{};
+  ByteSet allowed_{};
 };
+
+constexpr bool BeginsWithRewind(const uint8_t* program) {
+  return program[0] == kEscape && program[1] == kOpRewind;
+}
 
 constexpr bool BeginsWithClassTest(const uint8_t* program) {
   return program[0] == kEscape && program[1] == kOpClass;
@@ -87,6 +117,7 @@ constexpr bool IsOnlyAnUnansweredProbe(const uint8_t* program, IsUnansweredFunct
 
 template <size_t kRows, class Table>
 consteval SignatureIndex<kRows> IndexTable(const Table& table, IsUnansweredFunction isUnanswered) {
+  constexpr size_t kRewindSize = 2;
   SignatureIndex<kRows> index;
   const uint8_t* bytes = table.bytes.data();
   while (BeginsWithClassTest(bytes + table.starts[index.classRows])) ++index.classRows;
@@ -94,11 +125,13 @@ consteval SignatureIndex<kRows> IndexTable(const Table& table, IsUnansweredFunct
   for (size_t row = index.classRows; row < kRows; ++row) {
     index.behindGated[row] = behindGated;
     if (IsOnlyAnUnansweredProbe(bytes + table.starts[row], isUnanswered)) continue;
-    const FirstByteTest test(bytes + table.starts[row]);
+    const uint8_t* program = bytes + table.starts[row];
+    const ByteTest test(program + kRewindSize);
+    const bool isGated = BeginsWithRewind(program) && test.Exists();
     for (size_t byte = 0; byte < 256; ++byte) {
-      if (!test.Exists() || test.Allows(byte)) index.candidates[byte].Add(row);
+      if (!isGated || test.Allowed().Has(byte)) index.candidates[byte].Add(row);
     }
-    if (test.Exists()) {
+    if (isGated) {
       index.gated.Add(row);
       behindGated = static_cast<uint16_t>(row + 1);
     }

@@ -1,19 +1,27 @@
-// Members of a package view, opened for a scope; and the answer of the package probes.
+// Members of a package view, opened for a scope; and the answers of the package probes.
 #ifndef FI_STREAM_PACKAGE_MEMBER_H_
 #define FI_STREAM_PACKAGE_MEMBER_H_
 
 #include <cstdint>
 #include <string_view>
 
+#include "formatid/formatid.h"
 #include "formatid/io.h"
 #include "platform/io.h"
+#include "stream/id_stream.h"
 
 namespace fi {
 
-// What a package probe answers the dispatcher: whether the next probe is tried. 0 ends the chain.
-using GoOn = uint16_t;
-inline constexpr GoOn kChainEnds = 0;
-inline constexpr GoOn kGoOn = 1;
+// What a probe in the chain of the package dispatcher answers.
+struct PackageAnswer {
+  FormatId id = kNoMatch;  // kNoMatch: the probe says nothing, the answer before it stands
+  bool ends = false;       // the probes behind it are not tried
+  uint32_t status = 0;     // of a decryption
+};
+inline constexpr PackageAnswer kGoOn = {};
+
+inline constexpr PackageAnswer EndsWith(FormatId id) { return {.id = id, .ends = true}; }
+inline constexpr PackageAnswer kChainEnds = EndsWith(kNoMatch);
 
 using io::OpenMember;
 

@@ -82,7 +82,6 @@
 #include "probes/storage/workbook.h"
 #include "probes/system/dos_executable.h"
 #include "probes/system/internet_shortcut.h"
-#include "probes/system/marks_elsewhere.h"
 #include "probes/system/pcapng.h"
 #include "probes/system/registry_hive.h"
 #include "probes/system/resource_fork.h"
@@ -137,10 +136,9 @@ FormatId Classifier(const ProbeCall& call) {
 }
 
 FormatId Package(const ProbeCall& call) {
-  int32_t extra = 0;
-  const FormatId id = PackageProbe(call.run.stream, &extra);
-  call.run.status = static_cast<uint32_t>(extra);
-  return id;
+  const PackageFormat format = PackageProbe(call.run.stream);
+  call.run.status = format.status;
+  return format.id;
 }
 
 // Both kinds of font have a directory of the same form, at the start of the file.
@@ -243,7 +241,6 @@ constexpr ProbeEntry kProbes[] = {
     {3040, OfStream<OpticalDiscProbe>},
     {3041, OfStream<AppleDiskImageProbe>},
     {3042, OfStream<VirtualHardDiskProbe>},
-    {3058, OfStream<VolumeProbe>},
     {3065, OfStream<IconProbe>},
     {3067, OfStream<AppleIconProbe>},
     {3070, OfStream<AnymapProbe>},
@@ -252,7 +249,6 @@ constexpr ProbeEntry kProbes[] = {
     {3096, OfStream<Ac3Probe>},
     {3111, OfStream<MatroskaProbe>},
     {3114, OfStream<TransportStreamProbe>},
-    {3122, OfStream<MarkElsewhereProbe>},
     {3130, OfStream<OpenTypeCffProbe>},
     {3131, OfStream<WoffProbe>},
     {3132, OfStream<Woff2Probe>},

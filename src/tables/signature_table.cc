@@ -8,7 +8,7 @@
 namespace fi {
 namespace {
 
-// One row a format, in the notation of signature_encoder.h, with its number and what it names. The
+// One row a format, in the notation of row_encoder.h, with its number and what it names. The
 // order carries meaning: a row is only reached by what no row before it claimed. New fixed formats
 // do not go in between; hosts keep the identifiers, and the rows behind a new one would change
 // theirs.
@@ -516,7 +516,7 @@ constexpr std::string_view kRows[] = {
 
 static_assert(std::size(kRows) == kSignatureRows);
 
-constexpr auto kEncoded = EncodeTable<kSignatureTableSize>(kRows);
+constexpr auto kEncoded = EncodeTable<kSignatureRows, kSignatureTableSize>(kRows);
 static_assert(kEncoded.size == kSignatureTableSize);
 
 static_assert(RowsAreWellFormed(kEncoded));

@@ -6,24 +6,20 @@
 #define FI_TABLES_SUPPLEMENT_TABLE_H_
 
 #include <cstddef>
+#include <cstdint>
 
-#include "signature/signature_encoder.h"
-#include "signature/signature_index.h"
 #include "signature/signature_walk.h"
 
 namespace fi {
 
-inline constexpr size_t kSupplementRows = 495;
-
-// Size of the encoded table in bytes.
-inline constexpr size_t kSupplementTableSize = 9249;
-
-extern const EncodedTable<kSupplementRows, kSupplementTableSize> kSupplementTable;
-extern const SignatureIndex<kSupplementRows> kSupplementIndex;
-
 // Walks this table, and tells what an answer of one of its rows rests on (signature_walk.h).
 WalkResult WalkSupplement(SignatureRun& run);
 uint16_t BasisOfSupplementRow(uint16_t row);
+
+// How many rows the table has, each alternative counted, and the program (opcodes.h) of one.
+// REQUIRES: row is the number of a row, from 1.
+size_t SupplementRows();
+const uint8_t* SupplementProgram(uint16_t row);
 
 }  // namespace fi
 

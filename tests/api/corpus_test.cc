@@ -89,8 +89,8 @@ TEST_F(CorpusTest, SettledFilesAnswerTheirIdentifiers) {
   EXPECT_GT(checked, 2500u);
 }
 
-// The supplement speaks where the answer is general, and of message items by their class; what else
-// changes is a correction, whose evidence names the fixed answer.
+// The supplement speaks where the answer is general, and of message items by their class; nothing
+// else changes.
 TEST_F(CorpusTest, SupplementKeepsSpecificAnswers) {
   uint32_t named = 0;
   for (const CorpusFile& file : files_) {
@@ -104,10 +104,8 @@ TEST_F(CorpusTest, SupplementKeepsSpecificAnswers) {
       FIEvidence evidence{};
       EXPECT_EQ(FIIdHandleEvidence(handle.get(), flags | kFiSupplement, &id, &evidence), status)
           << file.path;
-      const bool isItem = base == kFormatOutlookMessage || base == kFormatOutlookItemTemplate;
       const bool isCorrected = (evidence.basis & kFiBasisCorrection) != 0;
-      EXPECT_TRUE(id == base || isItem || isCorrected || IsGeneralAnswer(base))
-          << file.path << ' ' << id;
+      EXPECT_TRUE(id == base || isCorrected || IsGeneralAnswer(base)) << file.path << ' ' << id;
       EXPECT_TRUE(!isCorrected || evidence.signature == base) << file.path;
       named += id != base ? 1 : 0;
     }

@@ -105,11 +105,10 @@ TEST(Driver, FlagsDecideWhatUnmatchedFilesAreCalled) {
   };
   for (const Case& test : cases) {
     MemoryHandle handle(test.file);
-    FormatId id = 0;
-    FIEvidence evidence{};
-    EXPECT_EQ(IdentifyHandle(&handle, test.flags, &id, &evidence), 0u) << test.name;
-    EXPECT_EQ(id, test.id) << test.name;
-    EXPECT_EQ(evidence.basis, test.basis) << test.name;
+    const Answer answer = IdentifyHandle(&handle, test.flags);
+    EXPECT_EQ(answer.status, 0u) << test.name;
+    EXPECT_EQ(answer.id, test.id) << test.name;
+    EXPECT_EQ(answer.evidence.basis, test.basis) << test.name;
     EXPECT_EQ(handle.position, 0) << test.name;
     EXPECT_EQ(handle.closes, 0u) << test.name;
   }
@@ -117,7 +116,6 @@ TEST(Driver, FlagsDecideWhatUnmatchedFilesAreCalled) {
 
 TEST(Driver, BehaviourOptionServesCallsWithoutFlags) {
   MemoryHandle handle(kProse);
-  FormatId id = 0;
   struct Case {
     uint32_t published;  // by a call with kFiUseFlags
     uint32_t word;
@@ -130,21 +128,19 @@ TEST(Driver, BehaviourOptionServesCallsWithoutFlags) {
       {kFiUseFlags | kFiDelimitedText, 2, kFormatUnknown},
   };
   for (const Case& test : cases) {
-    IdentifyHandle(&handle, test.published, &id, nullptr);
+    (void)IdentifyHandle(&handle, test.published);
     uint32_t word = 99;
     uint32_t size = sizeof(word);
     ASSERT_EQ(UTGetGlobalOption(kUtOptionBehaviour, &word, &size), 0u);
     EXPECT_EQ(word, test.word);
-    IdentifyHandle(&handle, kFiTextFallback, &id, nullptr);
-    EXPECT_EQ(id, test.id) << test.published;
+    EXPECT_EQ(IdentifyHandle(&handle, kFiTextFallback).id, test.id) << test.published;
   }
   const uint32_t everyBit = ~0u;
   ASSERT_EQ(UTSetOption(UTGetGlobalOptionSet(), kUtOptionBehaviour, &everyBit, 4), 0u);
   MemoryHandle executable(
       Bytes("\x7F"
             "ELF\1\1\1\0"));
-  IdentifyHandle(&executable, 0, &id, nullptr);
-  EXPECT_EQ(id, kFormatUnknown) << "no bit asks for the supplement";
+  EXPECT_EQ(IdentifyHandle(&executable, 0).id, kFormatUnknown) << "no bit asks for the supplement";
 }
 
 TEST(Driver, ClassOnlyMode) {
@@ -168,9 +164,9 @@ TEST(Driver, ClassOnlyMode) {
     MemoryHandle handle(kPng);
     if (test.isStorage) handle.classId = ClassOf(test.classId);
     handle.position = 5;
-    FormatId id = 77;
-    EXPECT_EQ(IdentifyHandle(&handle, kFiClassOnly, &id, nullptr), test.status) << test.name;
-    EXPECT_EQ(id, test.id) << test.name;
+    const Answer answer = IdentifyHandle(&handle, kFiClassOnly);
+    EXPECT_EQ(answer.status, test.status) << test.name;
+    EXPECT_EQ(answer.id, test.id) << test.name;
     EXPECT_EQ(handle.reads, 0u) << test.name;
     EXPECT_EQ(handle.position, 5) << test.name;
   }
@@ -181,9 +177,9 @@ TEST(Driver, StorageSamples) {
     SCOPED_TRACE(sample.place + " " + sample.columns[4]);
     StorageHandle handle(SampleStorage(sample.columns[5]), sample.columns[3]);
     handle.classId = ClassOf(SampleBytes(sample.columns[2]));
-    FormatId id = 0;
-    EXPECT_EQ(IdentifyHandle(&handle, kFiUseFlags, &id, nullptr), std::stoul(sample.columns[1]));
-    EXPECT_EQ(id, sample.Number(0));
+    const Answer answer = IdentifyHandle(&handle, kFiUseFlags);
+    EXPECT_EQ(answer.status, std::stoul(sample.columns[1]));
+    EXPECT_EQ(answer.id, sample.Number(0));
     EXPECT_EQ(handle.openedFlags.size(), handle.closes);
   }
 }
@@ -191,9 +187,9 @@ TEST(Driver, StorageSamples) {
 TEST(Driver, StorageThatNothingNamesIsNotText) {
   MemoryHandle handle(kProse);
   handle.classId = ClassOf("0123456789abcdef");
-  FormatId id = 0;
-  EXPECT_EQ(IdentifyHandle(&handle, kText, &id, nullptr), 0u);
-  EXPECT_EQ(id, kFormatUnknown);
+  const Answer answer = IdentifyHandle(&handle, kText);
+  EXPECT_EQ(answer.status, 0u);
+  EXPECT_EQ(answer.id, kFormatUnknown);
 }
 
 // Whichever call fails, the answer is a format or unknown, and nothing is closed or left open.
@@ -203,18 +199,18 @@ TEST(Driver, FailingCallsNeverHurt) {
     for (const bool reads : {true, false}) {
       MemoryHandle handle(file);
       (reads ? handle.failingRead : handle.failingSeek) = failing;
-      FormatId id = 0;
-      EXPECT_EQ(IdentifyHandle(&handle, kText, &id, nullptr), 0u);
-      EXPECT_TRUE(id == 4005 || id == kFormatUnknown) << id;
+      const Answer answer = IdentifyHandle(&handle, kText);
+      EXPECT_EQ(answer.status, 0u);
+      EXPECT_TRUE(answer.id == 4005 || answer.id == kFormatUnknown) << answer.id;
       EXPECT_EQ(handle.closes, 0u);
     }
   }
 }
 
 TEST(Driver, NoHandleNoStream) {
-  FormatId id = 0;
-  EXPECT_EQ(IdentifyHandle(nullptr, 0, &id, nullptr), FI_NO_STREAM);
-  EXPECT_EQ(id, kFormatUnknown);
+  const Answer answer = IdentifyHandle(nullptr, 0);
+  EXPECT_EQ(answer.status, FI_NO_STREAM);
+  EXPECT_EQ(answer.id, kFormatUnknown);
 }
 
 // What identification may cost a file that is no container, counted at the handle.
@@ -238,8 +234,7 @@ TEST(Driver, ReadBudgets) {
   };
   for (const Case& test : cases) {
     MemoryHandle handle(test.file);
-    FormatId id = 0;
-    IdentifyHandle(&handle, kText | kFiDelimitedText, &id, nullptr);
+    (void)IdentifyHandle(&handle, kText | kFiDelimitedText);
     EXPECT_LE(handle.reads, test.reads) << test.name;
     EXPECT_LE(handle.bytesRead, test.bytes) << test.name;
   }

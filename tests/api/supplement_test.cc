@@ -29,7 +29,7 @@ FormatId Identify(testing::MemoryHandle& handle, uint32_t flags) {
 }
 
 TEST(Supplement, Files) {
-  for (const testing::Sample& sample : testing::ReadSamples("supplement.txt", 4, 1)) {
+  for (const testing::Sample& sample : testing::ReadSupplementSamples()) {
     SCOPED_TRACE(sample.place + ": " + sample.columns[1]);
     const std::string& name = sample.columns[3];
     testing::MemoryHandle handle(testing::SampleBytes(sample.columns[2]), name);

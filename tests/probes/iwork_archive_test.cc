@@ -55,17 +55,17 @@ class Host {
   std::vector<std::string> passwords_;
 };
 
-using Answer = std::pair<int, int>;  // identifier and result
+using Answer = std::pair<int, int>;  // identifier, and the status or that the chain goes on
+constexpr int kNotEnded = 1;
 
 Answer Identify(std::vector<StorageNode> members, uint32_t mostPerRead = UINT32_MAX) {
   testing::StorageHandle package(std::move(members));
   package.mostPerRead = mostPerRead;
   package.has64Bit = mostPerRead == UINT32_MAX;
-  FormatId id = 7;
-  const GoOn result = IworkArchiveProbe(&package, kHostJob, &id);
+  const PackageAnswer answer = IworkArchiveProbe(&package, kHostJob);
   EXPECT_EQ(package.openedFlags.size(), package.closes);
   EXPECT_EQ(package.closedEarly, 0u);
-  return {id, result};
+  return {answer.id, answer.ends ? static_cast<int>(answer.status) : kNotEnded};
 }
 
 std::vector<StorageNode> Members(const std::string& archive, const std::string& verifier = "") {

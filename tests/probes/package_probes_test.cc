@@ -22,23 +22,22 @@ using testing::SampleStorage;
 using testing::StorageHandle;
 using testing::StorageNode;
 
-struct Answer {
+struct Found {
   int id;
-  int32_t extra;
+  uint32_t status;
 
-  friend bool operator==(const Answer&, const Answer&) = default;
+  friend bool operator==(const Found&, const Found&) = default;
 };
 
-Answer RunPackage(IOHandle* handle) {
+Found RunPackage(IOHandle* handle) {
   const ScopedStream stream(handle);
-  Answer answer{0, -1};
-  answer.id = PackageProbe(stream.get(), &answer.extra);
-  return answer;
+  const PackageFormat format = PackageProbe(stream.get());
+  return {format.id, format.status};
 }
 
 // Whatever the answer is, what was opened is closed, members first.
-Answer RunDouble(StorageHandle& handle) {
-  const Answer answer = RunPackage(&handle);
+Found RunDouble(StorageHandle& handle) {
+  const Found answer = RunPackage(&handle);
   EXPECT_EQ(handle.openedFlags.size(), handle.closes);
   EXPECT_EQ(handle.closedEarly, 0u);
   return answer;
@@ -47,7 +46,7 @@ Answer RunDouble(StorageHandle& handle) {
 TEST(PackageProbes, Samples) {
   for (const Sample& sample : testing::ReadSamples("packages.txt", 5, 1)) {
     SCOPED_TRACE(sample.place + " " + sample.columns[2]);
-    const Answer expected{sample.Number(0), sample.Number(1)};
+    const Found expected{sample.Number(0), static_cast<uint32_t>(sample.Number(1))};
     const std::vector<StorageNode> package = SampleStorage(sample.columns[3]);
     StorageHandle whole(package);
     EXPECT_EQ(RunDouble(whole), expected);
@@ -82,20 +81,75 @@ TEST(PackageProbes, LargePackagesAreReadInPlaces) {
     writer.Add(member.name, member.bytes);
   }
   MemoryHandle handle(writer.Finish());
-  EXPECT_EQ(RunPackage(&handle), (Answer{1384, 0}));
+  EXPECT_EQ(RunPackage(&handle), (Found{1384, 0}));
   EXPECT_LE(handle.bytesRead, 64u * 1024);
+}
+
+std::vector<StorageNode> IndexPackage(const std::string& index) {
+  std::vector<StorageNode> package = SampleStorage("$BUILDS; 'index.xml'=");
+  package.back().bytes = index;
+  return package;
+}
+
+// The index of a document in XML is cut off, so that an element inside the root may be the last
+// one. Where that stands among others makes no difference, nor what only looks like one.
+TEST(PackageProbes, LastElementOfAnIndex) {
+  constexpr const char* kRoot = "<sl:document xmlns:sl='http://developer.apple.com/namespaces/sl'";
+  const struct {
+    const char* what;
+    std::string attributes;
+    std::string tag;
+    int id;
+  } cases[] = {
+      {"prefix", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<n:document/>", 1485},
+      {"long prefix",
+       " xmlns:" + std::string(90, 'n') + "='http://developer.apple.com/namespaces/ls'",
+       "<" + std::string(90, 'n') + ":document/>", 1485},
+      {"no prefix", "", "<presentation\nxmlns='http://developer.apple.com/namespaces/keynote2'>",
+       2231},
+      {"end tag only", "", "</sl:document><!--", 1367},
+      {"cut tag", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<n:document", 1367},
+      {"attribute", " xmlns:n='http://developer.apple.com/namespaces/ls'",
+       "<a n:document ='' b='<n:document/>'", 1367},
+      {"comment", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<!--<n:document/>-->",
+       1367},
+      {"longer name", " xmlns:n='http://developer.apple.com/namespaces/ls'", "<n:documents/>",
+       1367},
+      {"behind a fault", " xmlns:n='http://developer.apple.com/namespaces/ls'", "</a><n:document/>",
+       1367},
+  };
+  for (const auto& each : cases) {
+    for (size_t size = 65300; size < 65700; size += size < 65400 || size > 65600 ? 97 : 1) {
+      std::string index = kRoot + each.attributes + ">";
+      index.append(size - index.size(), ' ').append(each.tag);
+      StorageHandle handle(IndexPackage(index));
+      ASSERT_EQ(RunDouble(handle), (Found{each.id, 0})) << each.what << " at " << size;
+    }
+  }
+}
+
+// The names in it cannot be found as bytes.
+TEST(PackageProbes, IndexInUtf16) {
+  std::string index = "\xFF\xFE";
+  for (const char c :
+       std::string("<sl:document xmlns:sl='http://developer.apple.com/namespaces/sl'>"
+                   "<document xmlns='http://developer.apple.com/namespaces/ls'/>")) {
+    index += {c, '\0'};
+  }
+  StorageHandle handle(IndexPackage(index));
+  EXPECT_EQ(RunDouble(handle), (Found{1485, 0}));
 }
 
 TEST(PackageProbes, FilesThatAreNoPackage) {
   MemoryHandle handle("PK\x03\x04 and nothing else");
-  EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0}));
+  EXPECT_EQ(RunPackage(&handle), (Found{1802, 0}));
 
   IOHandleOperations careless = *handle.operations;
   careless.open = [](IOHandle*, IOHandle**, uint32_t, const void*, uint32_t) -> int32_t {
     return 0;
   };
   handle.operations = &careless;
-  EXPECT_EQ(RunPackage(&handle), (Answer{1802, 0})) << "a host that opens nothing, and says it did";
+  EXPECT_EQ(RunPackage(&handle), (Found{1802, 0})) << "a host that opens nothing, and says it did";
   EXPECT_EQ(PackageSupplement(ScopedStream(&handle).get()), kNoMatch);
   EXPECT_EQ(handle.closes, 0u);
 }

@@ -43,9 +43,8 @@ TEST(PackageSupplement, Samples) {
     const std::string file = File(sample.columns[2], sample.columns[3]);
     MemoryHandle whole(file);
     {
-      int32_t extra = 0;
       const ScopedStream stream(&whole);
-      EXPECT_EQ(PackageProbe(stream.get(), &extra), 1802) << "not for the supplement";
+      EXPECT_EQ(PackageProbe(stream.get()).id, 1802) << "not for the supplement";
     }
     whole.reads = 0;
     EXPECT_EQ(PackageSupplement(ScopedStream(&whole).get()), sample.Number(0));

@@ -129,8 +129,9 @@ constexpr std::string_view kNotation[] = {
     "range2(00-1F) wnotin1(0-200) FF*2 ci(A) ic(B) -> 1",
     "ext('AI') name(M2:/p) name(aid) raw(FF 0C 00) -> 2",
     "class(00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F) -> 3",
+    "rw 'a' {'|' | 'b}'} {00 | end} -> 4",
 };
-constexpr auto kEncoded = EncodeTable<256>(kNotation);
+constexpr auto kEncoded = EncodeTable<ProgramsOf(kNotation), 256>(kNotation);
 
 TEST(SignatureEncoder, Notation) {
   const std::string programs[] = {
@@ -147,6 +148,22 @@ TEST(SignatureEncoder, Notation) {
             "aid\0\xFF\x0C\x00\xFF\x08"
             "\x02\x00"),
       Bytes("\xFF\x10\0\1\2\3\4\5\6\7\x8\x9\xA\xB\xC\xD\xE\xF\xFF\x08\x03\x00"),
+      Bytes("\xFF\x0A"
+            "a|"
+            "\0\xFF\x08\4\0"),
+      Bytes("\xFF\x0A"
+            "a|"
+            "\xFF\x0F\xFE\xFF\xFF\xFF"
+            "a|"
+            "\xFF\x08\4\0"),
+      Bytes("\xFF\x0A"
+            "ab}"
+            "\0\xFF\x08\4\0"),
+      Bytes("\xFF\x0A"
+            "ab}"
+            "\xFF\x0F\xFD\xFF\xFF\xFF"
+            "ab}"
+            "\xFF\x08\4\0"),
   };
   std::string all;
   for (size_t i = 0; i < std::size(programs); ++i) {

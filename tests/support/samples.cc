@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <utility>
 
 namespace fi::testing {
 namespace {
@@ -111,6 +112,14 @@ std::vector<Sample> ReadSamples(std::string_view file, size_t columns, size_t op
     samples.push_back(std::move(sample));
   }
   if (samples.empty()) ADD_FAILURE() << "no samples in " << file;
+  return samples;
+}
+
+std::vector<Sample> ReadSupplementSamples() {
+  std::vector<Sample> samples = ReadSamples("supplement.txt", 4, 1);
+  for (Sample& sample : ReadSamples("supplement_marks.txt", 4, 1)) {
+    samples.push_back(std::move(sample));
+  }
   return samples;
 }
 

@@ -26,6 +26,9 @@ struct Sample {
 // The last `optional` ones may be missing and then are empty.
 std::vector<Sample> ReadSamples(std::string_view file, size_t columns, size_t optional = 0);
 
+// Those of the supplement's signatures and probes: identifier, name, bytes, file name.
+std::vector<Sample> ReadSupplementSamples();
+
 // The bytes that `notation` stands for. Fails the test when it is wrong.
 std::string SampleBytes(std::string_view notation);
 

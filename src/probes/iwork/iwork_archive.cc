@@ -21,7 +21,7 @@ class Decryption {
   Decryption(IOHandle* package, const IdentificationJob& job)
       : request_{sizeof(IworksRequest),
                  job.askPassword,
-                 {sizeof(IworksPackageSource), package, nullptr, {}}} {}
+                 {sizeof(IworksPackageSource), package, nullptr, job.passwordContext}} {}
   ~Decryption() { IworksEndDecryption(request_.source.context); }
   Decryption(const Decryption&) = delete;
   Decryption& operator=(const Decryption&) = delete;
@@ -84,22 +84,17 @@ class ArchiveContent {
 
 }  // namespace
 
-GoOn IworkArchiveProbe(IOHandle* package, const IdentificationJob& job, FormatId* id) {
-  *id = 0;
+PackageAnswer IworkArchiveProbe(IOHandle* package, const IdentificationJob& job) {
   Decryption decryption(package, job);
   const bool encrypted = HasMember(package, kVerifier);
   if (encrypted) {
     const int16_t status = decryption.Prepare();
     if (status != kFiOk) {
-      *id = kFormatEncryptedIWork;
-      return static_cast<GoOn>(status);
+      return {kFormatEncryptedIWork, true, static_cast<uint32_t>(int32_t{status})};
     }
   }
   ArchiveMember archive = OpenArchive(package);
-  if (archive.member == nullptr) {
-    *id = kFormatZip;
-    return kGoOn;
-  }
+  if (archive.member == nullptr) return {.id = kFormatZip};
   // What cannot be decrypted is read as it is: to no avail, unless it was never encrypted.
   if (encrypted) {
     io::OwnedHandle decrypted = decryption.Decrypt(archive.member.get());
@@ -107,18 +102,11 @@ GoOn IworkArchiveProbe(IOHandle* package, const IdentificationJob& job, FormatId
   }
 
   ArchiveContent content;
-  if (!content.Read(archive.member.get())) {
-    *id = kFormatEncryptedIWork;
-    return kChainEnds;
-  }
+  if (!content.Read(archive.member.get())) return EndsWith(kFormatEncryptedIWork);
   // Deliberate: a plain archive without a known message is no match, not a ZIP archive.
   const IworkApplication* application = content.FindApplication();
-  if (encrypted) {
-    *id = application == nullptr ? kFormatEncryptedIWork : application->encryptedId;
-  } else if (application != nullptr) {
-    *id = application->id;
-  }
-  return kChainEnds;
+  if (application == nullptr) return EndsWith(encrypted ? kFormatEncryptedIWork : kNoMatch);
+  return EndsWith(encrypted ? application->encryptedId : application->id);
 }
 
 }  // namespace fi

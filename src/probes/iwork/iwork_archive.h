@@ -9,11 +9,11 @@
 
 namespace fi {
 
-// kGoOn with `*id` 1802 when the package has no document archive. Otherwise the chain ends: `*id`
-// is what the first known message of the archive says, 1834 where it cannot be decoded, 0 where no
-// known message is in it. An encrypted package whose decryption cannot be set up leaves 1834, and
-// the answer is the status of the set-up.
-GoOn IworkArchiveProbe(IOHandle* package, const IdentificationJob& job, FormatId* id);
+// Goes on with 1802 when the package has no document archive. Otherwise the chain ends with what
+// the first known message of the archive says, with 1834 where it cannot be decoded, with kNoMatch
+// where no known message is in it. An encrypted package whose decryption cannot be set up ends it
+// with 1834 and the status of the set-up.
+PackageAnswer IworkArchiveProbe(IOHandle* package, const IdentificationJob& job);
 
 }  // namespace fi
 

@@ -4,9 +4,11 @@
 #include "probes/iwork/iwork_xml.h"
 
 #include <cstdint>
+#include <string_view>
 
 #include "platform/io.h"
 #include "platform/xml.h"
+#include "probes/iwork/element_search.h"
 #include "registry/format_ids.h"
 #include "stream/xml_scan.h"
 
@@ -39,6 +41,9 @@ constexpr Application kApplications[] = {
      kFormatNumbersXmlWithPreview},
 };
 
+// All names of the table above.
+constexpr std::string_view kNames[] = {"document", "presentation"};
+
 io::OwnedHandle OpenIndex(IOHandle* package) {
   io::OwnedHandle index = OpenMember(package, "index.xml");
   if (index == nullptr) index = OpenMember(package, "index.apxl");
@@ -47,7 +52,7 @@ io::OwnedHandle OpenIndex(IOHandle* package) {
 
 }  // namespace
 
-GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
+PackageAnswer IworkXmlPackageProbe(IOHandle* package) {
   if (!HasMember(package, "buildVersionHistory.plist")) return kGoOn;
   const bool hasPreview = HasMember(package, "QuickLook/Preview.pdf");
   const io::OwnedHandle index = OpenIndex(package);
@@ -61,15 +66,19 @@ GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id) {
       return kChainEnds;
     }
   }
-  // Deliberate: the last of the elements wins, so that the whole index is read.
+  // Deliberate: the last of the elements wins, its end included. So the root decides, whose end is
+  // the last of all, unless an element in it has such a name and the index ends before the root
+  // does.
+  PackageAnswer answer = kChainEnds;
   UTXMLTag tag{};
-  while (NextElement(reader.get(), &tag)) {
+  for (bool isRoot = true; NextElement(reader.get(), &tag); isRoot = false) {
     for (const Application& application : kApplications) {
       if (tag.id != application.names[0].id) continue;
-      *id = hasPreview ? application.withPreview : application.plain;
+      answer.id = hasPreview ? application.withPreview : application.plain;
+      if (isRoot && HasOneElementOf(kNames, index.get())) return answer;
     }
   }
-  return kChainEnds;
+  return answer;
 }
 
 }  // namespace fi

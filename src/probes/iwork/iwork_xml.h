@@ -8,9 +8,9 @@
 
 namespace fi {
 
-// kGoOn when the package has no build history or no index; otherwise the chain ends, and `*id` is
-// what the last known element of the index says, or as it was.
-GoOn IworkXmlPackageProbe(IOHandle* package, FormatId* id);
+// kGoOn when the package has no build history or no index; otherwise the chain ends with
+// what the last known element of the index says, or with no answer.
+PackageAnswer IworkXmlPackageProbe(IOHandle* package);
 
 }  // namespace fi
 

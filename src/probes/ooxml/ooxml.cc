@@ -146,21 +146,21 @@ FormatId RefineByProperties(PKGHandle* package, FormatId id) {
   return RefineByVersion(id, properties.appMajor, strict);
 }
 
-GoOn OfficeOpenXmlProbe(IOHandle* package, FormatId* id) {
+PackageAnswer OfficeOpenXmlProbe(IOHandle* package) {
   const opc::OwnedPackage opened = opc::OpenPackage(package);
   if (opened == nullptr) return kGoOn;
   PKGRelationship relationship{};
   if (opc::FindRelationship(opened.get(), kDatabaseTemplateType, &relationship)) {
-    *id = kFormatAccessTemplatePackage;
-    return kChainEnds;
+    return EndsWith(kFormatAccessTemplatePackage);
   }
   if (!FindMainPart(opened.get(), &relationship)) return kChainEnds;
   const std::u16string_view target(relationship.target, relationship.targetLength);
+  PackageAnswer answer = kChainEnds;
   if (const opc::OwnedPart part = opc::OpenByName(opened.get(), u"[Content_Types].xml")) {
-    *id = FormatOfPart(PKGGetHIOFILE(part.get()), target);
+    answer.id = FormatOfPart(PKGGetHIOFILE(part.get()), target);
   }
-  if (HasVersions(*id)) *id = RefineByProperties(opened.get(), *id);
-  return kChainEnds;
+  if (HasVersions(answer.id)) answer.id = RefineByProperties(opened.get(), answer.id);
+  return answer;
 }
 
 }  // namespace fi

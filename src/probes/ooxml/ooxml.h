@@ -9,9 +9,9 @@
 
 namespace fi {
 
-// kGoOn when the package is no OPC package at all; otherwise the chain ends, and `*id` is what its
-// main part and its application's version say, or as it was.
-GoOn OfficeOpenXmlProbe(IOHandle* package, FormatId* id);
+// kGoOn when the package is no OPC package at all; otherwise the chain ends with what its main
+// part and its application's version say, or with no answer.
+PackageAnswer OfficeOpenXmlProbe(IOHandle* package);
 
 // The steps of the probe that rules beyond it share. The relationship that names the main part;
 // false when the package has none of a known type.

@@ -209,15 +209,14 @@ FormatId OpenDocumentOfType(IOHandle* package, const char16_t* mediaType, bool v
   return FormatOf(package, document);
 }
 
-GoOn OpenDocumentProbe(IOHandle* package, FormatId* id) {
+PackageAnswer OpenDocumentProbe(IOHandle* package) {
   SetByNameAccess(package);
   const io::OwnedHandle manifest = OpenMember(package, "meta-inf/manifest.xml");
   if (manifest == nullptr) return kGoOn;
   Document document;
   ReadManifest(manifest.get(), &document);
   if (document.kind == kNoKind) return kChainEnds;
-  *id = FormatOf(package, document);
-  return kChainEnds;
+  return EndsWith(FormatOf(package, document));
 }
 
 }  // namespace fi

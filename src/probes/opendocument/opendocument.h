@@ -8,9 +8,9 @@
 
 namespace fi {
 
-// kGoOn when the package has no manifest; otherwise the chain ends, and `*id` is what manifest and
-// generator say, or as it was.
-GoOn OpenDocumentProbe(IOHandle* package, FormatId* id);
+// kGoOn when the package has no manifest; otherwise the chain ends with what manifest and generator
+// say, or with no answer.
+PackageAnswer OpenDocumentProbe(IOHandle* package);
 
 // What the probe would make of a document with that media type, which is terminated, and with the
 // generator that `package`, where it is not null, names. 1802 when the type is of no kind that has

@@ -16,7 +16,7 @@
 namespace fi {
 namespace {
 
-using PackageStep = GoOn (*)(IOHandle* package, FormatId* id);
+using PackageStep = PackageAnswer (*)(IOHandle* package);
 
 // The order is that of the answers: a probe that ends the chain hides those behind it.
 constexpr PackageStep kBeforeArchive[] = {
@@ -25,34 +25,33 @@ constexpr PackageStep kBeforeArchive[] = {
 };
 constexpr PackageStep kBehindArchive[] = {MessageExportManifestProbe, ShortMessageManifestProbe};
 
+// The last format that a probe names, `id` where none does.
 template <size_t count>
-GoOn RunChain(const PackageStep (&steps)[count], IOHandle* package, FormatId* id) {
+PackageAnswer RunChain(const PackageStep (&steps)[count], IOHandle* package, FormatId id) {
   for (const PackageStep step : steps) {
-    if (step(package, id) == kChainEnds) return kChainEnds;
+    const PackageAnswer answer = step(package);
+    if (answer.id != kNoMatch) id = answer.id;
+    if (answer.ends) return EndsWith(id);
   }
-  return kGoOn;
+  return {.id = id};
 }
 
 }  // namespace
 
-FormatId PackageProbe(IdentificationStream* stream, int32_t* extra) {
-  *extra = 0;
+PackageFormat PackageProbe(IdentificationStream* stream) {
   const io::OwnedHandle package = OpenPackage(stream->handle);
-  return package == nullptr ? kFormatZip : FormatOfPackage(package.get(), *stream->job, extra);
+  return package == nullptr ? PackageFormat{kFormatZip}
+                            : FormatOfPackage(package.get(), *stream->job);
 }
 
-FormatId FormatOfPackage(IOHandle* package, const IdentificationJob& job, int32_t* extra) {
-  *extra = 0;
+PackageFormat FormatOfPackage(IOHandle* package, const IdentificationJob& job) {
   SetByNameAccess(package);
-  FormatId id = kFormatZip;
-  if (RunChain(kBeforeArchive, package, &id) == kChainEnds) return id;
-  const GoOn result = IworkArchiveProbe(package, job, &id);
-  if (id == kFormatEncryptedIWork) {
-    *extra = static_cast<int16_t>(result);
-    return id;
-  }
-  if (result != kChainEnds) (void)RunChain(kBehindArchive, package, &id);
-  return id;
+  const PackageAnswer document = RunChain(kBeforeArchive, package, kFormatZip);
+  if (document.ends) return {document.id};
+  // Its answer stands alone: what a probe before it named without ending the chain is dropped.
+  const PackageAnswer archive = IworkArchiveProbe(package, job);
+  if (archive.ends) return {archive.id, archive.status};
+  return {RunChain(kBehindArchive, package, archive.id).id};
 }
 
 }  // namespace fi

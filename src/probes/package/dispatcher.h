@@ -9,13 +9,17 @@
 
 namespace fi {
 
-// The format of the package; 1802 when it holds none that is known or cannot be opened as one, 0
-// for an iWork archive without a known document. `*extra` is the status that goes with 1834, else
-// 0. The position of the stream stays.
-FormatId PackageProbe(IdentificationStream* stream, int32_t* extra);
+struct PackageFormat {
+  FormatId id = kNoMatch;
+  uint32_t status = 0;  // of a decryption that failed
+};
+
+// The format of the package; 1802 when it holds none that is known or cannot be opened as one,
+// kNoMatch for an iWork archive without a known document. The position of the stream stays.
+PackageFormat PackageProbe(IdentificationStream* stream);
 
 // The same for an opened package view.
-FormatId FormatOfPackage(IOHandle* package, const IdentificationJob& job, int32_t* extra);
+PackageFormat FormatOfPackage(IOHandle* package, const IdentificationJob& job);
 
 }  // namespace fi
 

@@ -35,22 +35,24 @@ FourBytes ReadFourBytes(IOHandle* member) {
 
 }  // namespace
 
-GoOn DrawingPackageProbe(IOHandle* package, FormatId* id) {
+PackageAnswer DrawingPackageProbe(IOHandle* package) {
   io::OwnedHandle member = OpenMember(package, "content/riffData.cdr");
   if (member == nullptr) member = OpenMember(package, "content/root.dat");
   if (member == nullptr) return kGoOn;
 
   (void)io::Seek(member.get(), kIoFromStart, 0);
+  PackageAnswer answer;
   FourBytes four = ReadFourBytes(member.get());
   if (four.Text() == "RIFF") {
     (void)io::Seek(member.get(), kIoFromCurrent, 4);
     four = ReadFourBytes(member.get());
     const std::string_view form = four.Text();
-    if (form.substr(0, 3) == "CDR") *id = kFormatCorelDrawPackage;
-    if (form == "CDTH") *id = kFormatCorelDrawCdthPackage;
+    if (form.substr(0, 3) == "CDR") answer.id = kFormatCorelDrawPackage;
+    if (form == "CDTH") answer.id = kFormatCorelDrawCdthPackage;
   }
   // Deliberate: a member that can be read ends the chain, whatever is in it.
-  return four.status == 0 ? kChainEnds : kGoOn;
+  answer.ends = four.status == 0;
+  return answer;
 }
 
 }  // namespace fi

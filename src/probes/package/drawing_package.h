@@ -9,8 +9,8 @@
 namespace fi {
 
 // Goes on when the package has none of the drawing members. Otherwise the chain ends once the bytes
-// that tell could be read, whether or not they are known: `*id` is 2271, 2274 or as it was.
-GoOn DrawingPackageProbe(IOHandle* package, FormatId* id);
+// that tell could be read, whether or not they are known. The answer is 2271, 2274 or none.
+PackageAnswer DrawingPackageProbe(IOHandle* package);
 
 }  // namespace fi
 

@@ -6,7 +6,7 @@
 
 namespace fi {
 
-GoOn MailArchiveProbe(IOHandle* package, FormatId* id) {
+PackageAnswer MailArchiveProbe(IOHandle* package) {
   constexpr std::string_view kFolders[] = {
       "Local/com.microsoft.__Messages/",
       "Local/Address Book/",
@@ -16,9 +16,7 @@ GoOn MailArchiveProbe(IOHandle* package, FormatId* id) {
   };
   if (!HasMember(package, "Categories.xml")) return kGoOn;
   for (const std::string_view folder : kFolders) {
-    if (!HasMember(package, folder)) continue;
-    *id = kFormatOutlookForMacArchive;
-    return kChainEnds;
+    if (HasMember(package, folder)) return EndsWith(kFormatOutlookForMacArchive);
   }
   return kGoOn;
 }

@@ -8,8 +8,9 @@
 
 namespace fi {
 
-// kGoOn unless the package holds its categories and one of its folders: then `*id` is 1381.
-GoOn MailArchiveProbe(IOHandle* package, FormatId* id);
+// kGoOn unless the package holds its categories and one of its folders: then the chain ends with
+// 1381.
+PackageAnswer MailArchiveProbe(IOHandle* package);
 
 }  // namespace fi
 

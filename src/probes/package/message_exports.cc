@@ -59,18 +59,16 @@ bool ListsTranscript(IOHandle* manifest) {
 
 }  // namespace
 
-GoOn MessageExportManifestProbe(IOHandle* package, FormatId* id) {
+PackageAnswer MessageExportManifestProbe(IOHandle* package) {
   if (!HasPtfMember(package)) return kGoOn;
   const io::OwnedHandle manifest = OpenMember(package, "XMEFManifest.xml");
   if (manifest == nullptr || !ListsTranscript(manifest.get())) return kGoOn;
-  *id = kFormatMessageExportTranscript;
-  return kChainEnds;
+  return EndsWith(kFormatMessageExportTranscript);
 }
 
-GoOn ShortMessageManifestProbe(IOHandle* package, FormatId* id) {
+PackageAnswer ShortMessageManifestProbe(IOHandle* package) {
   if (!HasMember(package, "qtlf_manifest.json")) return kGoOn;
-  *id = kFormatShortMessageExportPackage;
-  return kChainEnds;
+  return EndsWith(kFormatShortMessageExportPackage);
 }
 
 }  // namespace fi

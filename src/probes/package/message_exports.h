@@ -8,11 +8,13 @@
 
 namespace fi {
 
-// kGoOn unless the package holds a ptf member and a manifest with a transcript: then `*id` is 6205.
-GoOn MessageExportManifestProbe(IOHandle* package, FormatId* id);
+// kGoOn unless the package holds a ptf member and a manifest with a transcript: then the
+// chain ends with 6205.
+PackageAnswer MessageExportManifestProbe(IOHandle* package);
 
-// kGoOn unless the package holds the manifest of exported short messages: then `*id` is 1833.
-GoOn ShortMessageManifestProbe(IOHandle* package, FormatId* id);
+// kGoOn unless the package holds the manifest of exported short messages: then the chain ends with
+// 1833.
+PackageAnswer ShortMessageManifestProbe(IOHandle* package);
 
 }  // namespace fi
 

@@ -53,8 +53,7 @@ FormatId PackageSupplement(const IdentificationStream* stream) {
   }
   const io::OwnedHandle package = OpenRepairedPackage(handle);
   if (package != nullptr) {
-    int32_t extra = 0;
-    FormatId id = FormatOfPackage(package.get(), *stream->job, &extra);
+    FormatId id = FormatOfPackage(package.get(), *stream->job).id;
     if (id == kFormatZip || id == kNoMatch) id = RunSteps(package.get());
     if (id == kNoMatch) id = FormatOfCutDocument(package.get());
     if (id != kNoMatch) return id;

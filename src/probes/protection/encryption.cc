@@ -77,7 +77,8 @@ uint32_t DecryptAndReidentify(const IdentificationStream* document, FormatId* ou
                               O12InitFunction decrypt) {
   const IdentificationJob& job = *document->job;
   const O12Options options{sizeof(O12Options), {}};
-  const O12PasswordSource source{sizeof(O12PasswordSource), job.askPassword, document->handle, {}};
+  const O12PasswordSource source{sizeof(O12PasswordSource), job.askPassword, document->handle,
+                                 job.passwordContext};
   IOHandle* handles[3] = {};
   const int16_t status = decrypt(document->handle, nullptr, nullptr, &options, &source, &handles[0],
                                  &handles[1], &handles[2]);
@@ -87,7 +88,8 @@ uint32_t DecryptAndReidentify(const IdentificationStream* document, FormatId* ou
   const io::OwnedHandle package(handles[2]);
   const auto result = static_cast<uint32_t>(int32_t{status});
   if (result != 0) return result;
-  if (job.identify(package.get(), outId) == 0) *outId = MapDecryptedId(*outId);
+  const Answer decrypted = job.identify(job, package.get());
+  *outId = decrypted.status == kFiOk ? MapDecryptedId(decrypted.id) : decrypted.id;
   return result;
 }
 

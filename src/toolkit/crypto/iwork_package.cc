@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/io.h"
+#include "platform/work.h"
 #include "toolkit/crypto/iwork_verifier.h"
 #include "toolkit/crypto/package_view.h"
 #include "toolkit/crypto/stream_bytes.h"
@@ -97,12 +98,13 @@ uint32_t PrepareIwork(IworksRequest* request, const DecryptionLimits& limits) {
   const std::optional<IworkVerifier> verifier = ReadVerifier(request->source.package, limits);
   std::unique_ptr<IworksContext> context(new (std::nothrow) IworksContext);
   if (!verifier.has_value() || context == nullptr) return kFiDecryptionFailed;
-  const uint32_t status =
-      UnlockWithPassword(request->callback, request->source.package, [&](Bytes password) {
-        context->password.SetSize(0);
-        return context->password.Append(password) ? UnlockIwork(*verifier, password, &context->key)
-                                                  : Unlocked::kWrongPassword;
-      });
+  const PasswordSource from{request->callback, request->source.passwordContext,
+                            request->source.package};
+  const uint32_t status = UnlockWithPassword(from, [&](Bytes password) {
+    context->password.SetSize(0);
+    return context->password.Append(password) ? UnlockIwork(*verifier, password, &context->key)
+                                              : Unlocked::kWrongPassword;
+  });
   if (status == kFiOk) request->source.context = context.release();
   return status;
 }
@@ -114,7 +116,7 @@ int16_t IworksInitDecryption(IworksRequest* request) noexcept {
 }
 
 IOHandle* IworksSetDecryptedTempFile(IOHandle* member, const IworksContext* context) noexcept {
-  auto* view = new (std::nothrow) fi::crypto::PackageView("", 1);
+  auto* view = new (std::nothrow) fi::crypto::PackageView("", 1, fi::WorkOf(member));
   if (view == nullptr) return nullptr;
   fi::io::OwnedHandle owned(view);
   const fi::crypto::ErrorMark mark;

@@ -8,6 +8,7 @@
 #include <variant>
 
 #include "platform/io.h"
+#include "platform/work.h"
 #include "toolkit/crypto/encryption_info.h"
 #include "toolkit/crypto/package_key.h"
 #include "toolkit/crypto/package_stream.h"
@@ -87,12 +88,12 @@ uint32_t OpenPackage(IOHandle* document, const O12PasswordSource& source,
     return kFiDecryptionFailed;
   }
   PackageKey key;
-  const uint32_t status = UnlockWithPassword(source.callback, source.document, [&](Bytes password) {
-    return Unlock(info, limits, password, &key);
-  });
+  const PasswordSource from{source.callback, source.context, source.document};
+  const uint32_t status = UnlockWithPassword(
+      from, [&](Bytes password) { return Unlock(info, limits, password, &key); });
   if (status != kFiOk) return status;
 
-  auto* view = new (std::nothrow) PackageView(NameOf(document).data(), depth + 1);
+  auto* view = new (std::nothrow) PackageView(NameOf(document).data(), depth + 1, WorkOf(document));
   if (view == nullptr) return kFiDecryptionFailed;
   io::OwnedHandle owned(view);
   const ErrorMark mark;

@@ -4,8 +4,8 @@
 
 namespace fi::crypto {
 
-PackageView::PackageView(std::string_view name, uint32_t depth)
-    : PositionedHandle(name), depth_(depth) {}
+PackageView::PackageView(std::string_view name, uint32_t depth, Work* work)
+    : PositionedHandle(name, {0, work}), depth_(depth) {}
 
 int64_t PackageView::Size() { return static_cast<int64_t>(plaintext_.size()); }
 

@@ -12,8 +12,8 @@ namespace fi::crypto {
 
 class PackageView final : public io::PositionedHandle {
  public:
-  // `depth` counts this view and those around it.
-  PackageView(std::string_view name, uint32_t depth);
+  // `depth` counts this view and those around it. `work` is that of the document, or null.
+  PackageView(std::string_view name, uint32_t depth, Work* work);
 
   Plaintext& plaintext() { return plaintext_; }
 

@@ -65,11 +65,13 @@ bool EncodePassword(std::string_view text, Password* password) {
   return true;
 }
 
-Asked AskPassword(FIPasswordCallback callback, IOHandle* document, uint32_t attempt,
-                  PasswordText* password) {
+Asked AskPassword(const PasswordSource& source, uint32_t attempt, PasswordText* password) {
   char* const text = static_cast<char*>(static_cast<void*>(password->data()));
-  FIPasswordRequest request{sizeof(FIPasswordRequest), kPasswordCapacity, text, document, attempt};
-  if (callback(kFiPasswordOfPackage, &request, 0, 0) != 0) return Asked::kDeclined;
+  FIPasswordRequest request{sizeof(FIPasswordRequest), kPasswordCapacity, text, source.document,
+                            attempt};
+  if (source.callback(kFiPasswordOfPackage, &request, source.context, 0) != 0) {
+    return Asked::kDeclined;
+  }
   const size_t size = ::strnlen(text, kPasswordCapacity);
   password->SetSize(size);
   return size < kPasswordCapacity ? Asked::kGiven : Asked::kUnusable;

@@ -29,10 +29,15 @@ enum class Asked {
   kUnusable,  // longer than any password: it cannot fit
 };
 
-// Asks once for the password of `document`, in UTF-8. `attempt` is the number of times that was
-// asked before.
-Asked AskPassword(FIPasswordCallback callback, IOHandle* document, uint32_t attempt,
-                  PasswordText* password);
+// Whom to ask, and for what.
+struct PasswordSource {
+  FIPasswordCallback callback;
+  uintptr_t context;   // the first of the callback's two last arguments
+  IOHandle* document;  // borrowed
+};
+
+// Asks once for a password, in UTF-8. `attempt` is the number of times that was asked before.
+Asked AskPassword(const PasswordSource& source, uint32_t attempt, PasswordText* password);
 
 enum class Unlocked {
   kYes,
@@ -43,10 +48,10 @@ enum class Unlocked {
 // Asks until a password fits, kMaxTries times at most: `unlock` is given each, and answers how it
 // went. Returns 0 or the status of the decryption.
 template <class Unlock>
-uint32_t UnlockWithPassword(FIPasswordCallback callback, IOHandle* document, Unlock&& unlock) {
+uint32_t UnlockWithPassword(const PasswordSource& source, Unlock&& unlock) {
   for (uint32_t attempt = 0; attempt < kMaxTries; ++attempt) {
     PasswordText password;
-    const Asked asked = AskPassword(callback, document, attempt, &password);
+    const Asked asked = AskPassword(source, attempt, &password);
     if (asked == Asked::kDeclined) return attempt == 0 ? kFiPasswordNeeded : kFiWrongPassword;
     if (asked == Asked::kUnusable) continue;
     const Unlocked unlocked = unlock(password.view());

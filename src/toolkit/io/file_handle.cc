@@ -9,8 +9,9 @@
 
 namespace fi::io {
 
-FileHandle::FileHandle(int descriptor, DescriptorUse use, int64_t size, std::string_view name)
-    : PositionedHandle(name), descriptor_(descriptor), use_(use), size_(size) {}
+FileHandle::FileHandle(int descriptor, DescriptorUse use, int64_t size, std::string_view name,
+                       Work* work)
+    : PositionedHandle(name, {0, work, true}), descriptor_(descriptor), use_(use), size_(size) {}
 
 FileHandle::~FileHandle() {
   if (use_ == DescriptorUse::kOwned) ::close(descriptor_);
@@ -42,6 +43,7 @@ bool FileHandle::Pread(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t*
     if (got < 0) {
       if (errno == EINTR) continue;
       if (readError_ == 0) readError_ = errno;
+      if (work() != nullptr) work()->NoteReadError(errno);
       return *count > 0;
     }
     *count += static_cast<uint32_t>(got);

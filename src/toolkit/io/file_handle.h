@@ -19,7 +19,8 @@ enum class DescriptorUse { kOwned, kBorrowed };
 class FileHandle final : public PositionedHandle {
  public:
   // `size` in bytes, as the system told it; 0 also stands for files that do not tell (procfs).
-  FileHandle(int descriptor, DescriptorUse use, int64_t size, std::string_view name);
+  FileHandle(int descriptor, DescriptorUse use, int64_t size, std::string_view name,
+             Work* work = nullptr);
 
  protected:
   int64_t Size() override;

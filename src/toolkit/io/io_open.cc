@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/work.h"
 #include "toolkit/io/file_handle.h"
 #include "toolkit/io/memory_handle.h"
 
@@ -49,14 +50,15 @@ int32_t CheckRegular(const struct stat& status) {
 // whoever is at the other end. Should the path change in between, O_NONBLOCK keeps the open from
 // waiting, and the reads that follow are bounded whatever it now names; to ask again would cost
 // each file a call.
-int32_t OpenPath(IOHandle** out, const char* path) {
+int32_t OpenPath(IOHandle** out, const char* path, Work* work) {
   struct stat status;
   if (::stat(path, &status) != 0) return Fail(errno);
   if (const int32_t result = CheckRegular(status); result != kIoOk) return result;
   const int descriptor = ::open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
   if (descriptor < 0) return Fail(errno);
-  const int32_t result = Finish(
-      out, new (std::nothrow) FileHandle(descriptor, DescriptorUse::kOwned, status.st_size, path));
+  const int32_t result =
+      Finish(out, new (std::nothrow)
+                      FileHandle(descriptor, DescriptorUse::kOwned, status.st_size, path, work));
   if (result != kIoOk) ::close(descriptor);
   return result;
 }
@@ -84,7 +86,7 @@ bool AppendUtf8(PathBuffer& buffer, size_t& length, uint32_t point) {
   return true;
 }
 
-int32_t OpenWidePath(IOHandle** out, const uint16_t* path) {
+int32_t OpenWidePath(IOHandle** out, const uint16_t* path, Work* work) {
   PathBuffer buffer;
   size_t length = 0;
   for (; *path != 0; ++path) {
@@ -98,26 +100,44 @@ int32_t OpenWidePath(IOHandle** out, const uint16_t* path) {
     if (!AppendUtf8(buffer, length, point)) return Fail(ENAMETOOLONG);
   }
   buffer[length] = '\0';
-  return OpenPath(out, buffer.data());
+  return OpenPath(out, buffer.data(), work);
 }
 
 std::string_view NameOf(const char* name) {
   return name == nullptr ? std::string_view() : std::string_view(name);
 }
 
-int32_t OpenMemory(IOHandle** out, const IOMemorySource& source) {
+int32_t OpenMemory(IOHandle** out, const IOMemorySource& source, Work* work) {
   if (source.data == nullptr && source.size != 0) return Fail(EINVAL);
   if (source.size > static_cast<uint64_t>(std::numeric_limits<int64_t>::max())) return Fail(EINVAL);
   return Finish(out, new (std::nothrow) MemoryHandle(static_cast<const uint8_t*>(source.data),
-                                                     source.size, NameOf(source.name)));
+                                                     source.size, NameOf(source.name), work));
 }
 
-int32_t OpenDescriptor(IOHandle** out, const IODescriptorSource& source) {
+int32_t OpenDescriptor(IOHandle** out, const IODescriptorSource& source, Work* work) {
   struct stat status;
   if (::fstat(source.descriptor, &status) != 0) return Fail(errno);
   if (const int32_t result = CheckRegular(status); result != kIoOk) return result;
   return Finish(out, new (std::nothrow) FileHandle(source.descriptor, DescriptorUse::kBorrowed,
-                                                   status.st_size, NameOf(source.name)));
+                                                   status.st_size, NameOf(source.name), work));
+}
+
+int32_t Open(IOHandle** handle, uint32_t sourceType, const void* source, Work* work) {
+  if (handle == nullptr) return Fail(EINVAL);
+  *handle = nullptr;
+  if (source == nullptr) return Fail(EINVAL);
+  switch (sourceType) {
+    case kIoSourcePath:
+      return OpenPath(handle, static_cast<const char*>(source), work);
+    case kIoSourceWidePath:
+      return OpenWidePath(handle, static_cast<const uint16_t*>(source), work);
+    case kIoSourceMemory:
+      return OpenMemory(handle, *static_cast<const IOMemorySource*>(source), work);
+    case kIoSourceDescriptor:
+      return OpenDescriptor(handle, *static_cast<const IODescriptorSource*>(source), work);
+    default:
+      return Fail(EINVAL);
+  }
 }
 
 }  // namespace
@@ -125,20 +145,10 @@ int32_t OpenDescriptor(IOHandle** out, const IODescriptorSource& source) {
 
 int32_t IOOpen(IOHandle** handle, uint32_t sourceType, const void* source,
                uint32_t /*mode*/) noexcept {
-  using namespace fi::io;
-  if (handle == nullptr) return Fail(EINVAL);
-  *handle = nullptr;
-  if (source == nullptr) return Fail(EINVAL);
-  switch (sourceType) {
-    case kIoSourcePath:
-      return OpenPath(handle, static_cast<const char*>(source));
-    case kIoSourceWidePath:
-      return OpenWidePath(handle, static_cast<const uint16_t*>(source));
-    case kIoSourceMemory:
-      return OpenMemory(handle, *static_cast<const IOMemorySource*>(source));
-    case kIoSourceDescriptor:
-      return OpenDescriptor(handle, *static_cast<const IODescriptorSource*>(source));
-    default:
-      return Fail(EINVAL);
-  }
+  return fi::io::Open(handle, sourceType, source, nullptr);
+}
+
+int32_t fi::OpenSource(IOHandle** handle, uint32_t sourceType, const void* source,
+                       Work* work) noexcept {
+  return io::Open(handle, sourceType, source, work);
 }

@@ -5,8 +5,8 @@
 
 namespace fi::io {
 
-MemoryHandle::MemoryHandle(const uint8_t* data, uint64_t size, std::string_view name)
-    : PositionedHandle(name), data_(data), size_(static_cast<int64_t>(size)) {}
+MemoryHandle::MemoryHandle(const uint8_t* data, uint64_t size, std::string_view name, Work* work)
+    : PositionedHandle(name, {0, work, true}), data_(data), size_(static_cast<int64_t>(size)) {}
 
 int64_t MemoryHandle::Size() { return size_; }
 

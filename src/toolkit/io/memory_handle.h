@@ -12,7 +12,7 @@ namespace fi::io {
 class MemoryHandle final : public PositionedHandle {
  public:
   // `data` is borrowed for the life of the handle. REQUIRES: size fits in int64_t.
-  MemoryHandle(const uint8_t* data, uint64_t size, std::string_view name);
+  MemoryHandle(const uint8_t* data, uint64_t size, std::string_view name, Work* work = nullptr);
 
  protected:
   int64_t Size() override;

@@ -16,8 +16,13 @@ const IOHandleOperations PositionedHandle::kOperations = {
     Close, Read, nullptr, Seek, Tell, GetInfo, Open, Seek64, Tell64,
 };
 
-PositionedHandle::PositionedHandle(std::string_view name, uint32_t nesting)
-    : IOHandle{&kOperations}, nesting_(nesting) {
+PositionedHandle::PositionedHandle(std::string_view name, const HandleOrigin& origin)
+    : IOHandle{&kOperations}, origin_(origin) {
+  TakeName(name);
+}
+
+void PositionedHandle::TakeName(std::string_view name) {
+  name_ = {};
   name = name.substr(name.rfind('/') + 1);
   const size_t kept = std::min(name.size(), name_.size() - 1);
   name.copy(name_.data(), kept, name.size() - kept);
@@ -34,7 +39,7 @@ int32_t PositionedHandle::OpenMember(IOHandle** /*target*/, const IOMemberSource
 StorageView* PositionedHandle::AsStorage() {
   if (!askedForStorage_) {
     askedForStorage_ = true;
-    storage_ = OpenStorage(this, nesting_);
+    storage_ = OpenStorage(this, nesting());
   }
   return storage_ == nullptr ? nullptr : &storage_->Root();
 }
@@ -48,8 +53,22 @@ int32_t PositionedHandle::Read(IOHandle* handle, void* buffer, uint32_t size,
                                uint32_t* count) noexcept {
   auto* self = static_cast<PositionedHandle*>(handle);
   *count = 0;
-  const int32_t result = self->ReadAt(self->position_, static_cast<uint8_t*>(buffer), size, count);
+  auto* const bytes = static_cast<uint8_t*>(buffer);
+  const int32_t result = self->work() == nullptr ? self->ReadAt(self->position_, bytes, size, count)
+                                                 : self->ReadCounted(bytes, size, count);
   if (result == 0) self->position_ += *count;
+  return result;
+}
+
+int32_t PositionedHandle::ReadCounted(uint8_t* buffer, uint32_t size, uint32_t* count) {
+  Work& work = *origin_.work;
+  if (!origin_.isSource) {
+    return work.SpendStep() ? ReadAt(position_, buffer, size, count) : 0;
+  }
+  const uint32_t allowed = work.BeginRead(size);
+  if (allowed == 0) return 0;
+  const int32_t result = ReadAt(position_, buffer, allowed, count);
+  work.EndRead(*count);
   return result;
 }
 
@@ -108,8 +127,14 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
                                const void* source, uint32_t /*flags*/) noexcept {
   auto* self = static_cast<PositionedHandle*>(handle);
   *target = nullptr;
-  if (sourceType == kIoSourcePackage || sourceType == kIoSourceRepairedPackage) {
-    return OpenPackageView(handle, self->nesting_, sourceType, target);
+  if (sourceType == kIoSourceRepairedPackage) {
+    return OpenPackageView(handle, self->nesting(), sourceType, target);
+  }
+  if (sourceType == kIoSourcePackage) {
+    if (self->isNoPackage_) return kIoError;
+    const int32_t result = OpenPackageView(handle, self->nesting(), sourceType, target);
+    self->isNoPackage_ = result != kIoOk;
+    return result;
   }
   if (source == nullptr) return kIoError;
   if (sourceType == kIoSourcePackageMember) {

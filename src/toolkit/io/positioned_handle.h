@@ -2,7 +2,7 @@
 // handle only has to say how large it is and how bytes at an offset are read. Every handle can be
 // opened further as a container (containers.h): a compound file makes it a structured storage,
 // which is looked up when it is first asked for, and a ZIP directory at its end lets it open as a
-// package view.
+// package view. That it is none of both is kept: the question costs reads.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
@@ -12,21 +12,40 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/work.h"
 #include "toolkit/io/containers.h"
 
 namespace fi::io {
 
+// Where a handle comes from.
+struct HandleOrigin {
+  uint32_t nesting = 0;   // containers around its bytes
+  Work* work = nullptr;   // borrowed: what its reads are counted for
+  bool isSource = false;  // the file itself, not something inside of it
+};
+
 class PositionedHandle : public IOHandle {
  public:
+  // `handle` as one of these; null when it is none.
+  static const PositionedHandle* Of(const IOHandle* handle) {
+    if (handle == nullptr || handle->operations != &kOperations) return nullptr;
+    return static_cast<const PositionedHandle*>(handle);
+  }
+
   PositionedHandle(const PositionedHandle&) = delete;
   PositionedHandle& operator=(const PositionedHandle&) = delete;
 
   // The number of containers around these bytes.
-  uint32_t nesting() const { return nesting_; }
+  uint32_t nesting() const { return origin_.nesting; }
+
+  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
+  void TakeName(std::string_view name);
+
+  // What the reads are counted for; null: nothing.
+  Work* work() const { return origin_.work; }
 
  protected:
-  // Keeps the last component of `name`, cut at its front where it is too long for get-info 3.
-  explicit PositionedHandle(std::string_view name, uint32_t nesting = 0);
+  explicit PositionedHandle(std::string_view name, const HandleOrigin& origin = {});
   virtual ~PositionedHandle();
 
   virtual int64_t Size() = 0;
@@ -57,9 +76,12 @@ class PositionedHandle : public IOHandle {
 
   static const IOHandleOperations kOperations;
 
+  int32_t ReadCounted(uint8_t* buffer, uint32_t size, uint32_t* count);
+
   int64_t position_ = 0;
-  const uint32_t nesting_;
+  const HandleOrigin origin_;
   bool askedForStorage_ = false;
+  bool isNoPackage_ = false;  // it was asked for one, and no view opened
   std::unique_ptr<ContainedStorage> storage_;
   std::array<char, kIoNameCapacity> name_{};
 };

@@ -10,6 +10,8 @@ namespace {
 // The names by which libcrypto knows the algorithm.
 const char* NameOf(HashAlgorithm algorithm) {
   switch (algorithm) {
+    case HashAlgorithm::kMd5:
+      return "MD5";
     case HashAlgorithm::kSha1:
       return "SHA1";
     case HashAlgorithm::kSha256:
@@ -43,6 +45,8 @@ constexpr size_t kMaxBase64 = 256;
 
 size_t HashSize(HashAlgorithm algorithm) {
   switch (algorithm) {
+    case HashAlgorithm::kMd5:
+      return 16;
     case HashAlgorithm::kSha1:
       return 20;
     case HashAlgorithm::kSha256:
@@ -115,6 +119,26 @@ bool AesDecryptor::Decrypt(Bytes iv, Bytes in, uint8_t* out) {
   int stored = 0;
   const int size = static_cast<int>(in.size());
   return lib_->EVP_DecryptUpdate(context_, out, &stored, in.data(), size) == 1 && stored == size;
+}
+
+bool EncryptAes128Cbc(Bytes key, Bytes iv, Bytes in, uint8_t* out) {
+  const LibCrypto* lib = LoadLibCrypto();
+  if (lib == nullptr || key.size() != kAesBlock || iv.size() != kAesBlock ||
+      in.size() % kAesBlock != 0 || in.size() > INT_MAX) {
+    return false;
+  }
+  EVP_CIPHER* cipher = lib->EVP_CIPHER_fetch(nullptr, "AES-128-CBC", nullptr);
+  EVP_CIPHER_CTX* context = lib->EVP_CIPHER_CTX_new();
+  int stored = 0;
+  const int size = static_cast<int>(in.size());
+  const bool encrypted =
+      cipher != nullptr && context != nullptr &&
+      lib->EVP_EncryptInit_ex(context, cipher, nullptr, key.data(), iv.data()) == 1 &&
+      lib->EVP_CIPHER_CTX_set_padding(context, 0) == 1 &&
+      lib->EVP_EncryptUpdate(context, out, &stored, in.data(), size) == 1 && stored == size;
+  lib->EVP_CIPHER_CTX_free(context);
+  lib->EVP_CIPHER_free(cipher);
+  return encrypted;
 }
 
 Hmac::Hmac(HashAlgorithm algorithm, Bytes key) : lib_(LoadLibCrypto()) {

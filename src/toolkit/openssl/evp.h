@@ -20,7 +20,8 @@ constexpr size_t kMaxHash = 64;
 
 using HashValue = SecretBytes<kMaxHash>;
 
-enum class HashAlgorithm { kSha1, kSha256, kSha384, kSha512 };
+// MD5 is for schemes that ask for it.
+enum class HashAlgorithm { kMd5, kSha1, kSha256, kSha384, kSha512 };
 
 // Bytes of a hash value.
 size_t HashSize(HashAlgorithm algorithm);
@@ -76,6 +77,10 @@ class AesDecryptor {
   EVP_CIPHER_CTX* context_ = nullptr;
   bool ready_ = false;
 };
+
+// Encrypts whole blocks with AES-128 in CBC mode, without padding; `out` may be `in`. False when a
+// length does not fit.
+bool EncryptAes128Cbc(Bytes key, Bytes iv, Bytes in, uint8_t* out);
 
 class Hmac {
  public:

@@ -23,6 +23,8 @@
   FUNCTION(EVP_DigestFinal_ex)               \
   FUNCTION(EVP_DigestInit_ex)                \
   FUNCTION(EVP_DigestUpdate)                 \
+  FUNCTION(EVP_EncryptInit_ex)               \
+  FUNCTION(EVP_EncryptUpdate)                \
   FUNCTION(EVP_MAC_CTX_free)                 \
   FUNCTION(EVP_MAC_CTX_new)                  \
   FUNCTION(EVP_MAC_fetch)                    \

@@ -41,6 +41,9 @@ class CompoundFile final : public io::ContainedStorage {
 
   const io::HandleReader& reader() const { return sectors_.reader(); }
   uint32_t nesting() const { return nesting_; }
+
+  // Of the handle: what reads are counted for; null: nothing.
+  Work* work() const { return sectors_.work(); }
   Storage& Root() override { return *root_; }
 
   // Lets ReadEntry read up to `loads` blocks (SectorCache) from here on.

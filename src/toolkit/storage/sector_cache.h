@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/work.h"
 #include "toolkit/io/handle_reader.h"
 
 namespace fi::storage {
@@ -19,12 +20,13 @@ struct SectorView {
 
 class SectorCache {
  public:
-  explicit SectorCache(io::HandleReader reader) : reader_(reader) {}
+  explicit SectorCache(io::HandleReader reader) : reader_(reader), work_(WorkOf(reader.handle())) {}
 
   // `shift` is the binary logarithm of the sector size. REQUIRES: 6 < shift <= 12.
   void Start(uint32_t shift);
 
   const io::HandleReader& reader() const { return reader_; }
+  Work* work() const { return work_; }
   uint32_t shift() const { return shift_; }
   uint32_t sectorSize() const { return 1u << shift_; }
 
@@ -58,6 +60,7 @@ class SectorCache {
   const Slot& LoadBlock(uint64_t block);
 
   io::HandleReader reader_;
+  Work* const work_;  // what reads are counted for; null: nothing
   uint32_t shift_ = 0;
   uint32_t sectors_ = 0;
   uint64_t loads_ = 0;

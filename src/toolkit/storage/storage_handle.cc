@@ -5,7 +5,7 @@
 namespace fi::storage {
 
 StorageHandle::StorageHandle(const Storage& storage, const EntryName& name)
-    : PositionedHandle(name.Narrow().data()), storage_(storage) {}
+    : PositionedHandle(name.Narrow().data(), {0, storage.file().work()}), storage_(storage) {}
 
 int32_t StorageHandle::ReadAt(int64_t /*offset*/, uint8_t* /*buffer*/, uint32_t /*size*/,
                               uint32_t* /*count*/) {

@@ -5,7 +5,7 @@
 namespace fi::storage {
 
 StreamHandle::StreamHandle(CompoundFile& file, const DirectoryEntry& entry)
-    : PositionedHandle(entry.name.Narrow().data(), file.nesting() + 1),
+    : PositionedHandle(entry.name.Narrow().data(), {file.nesting() + 1, file.work()}),
       file_(file),
       claimed_(entry.size),
       unitShift_(file.UnitShiftOf(claimed_)) {

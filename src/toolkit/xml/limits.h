@@ -6,10 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/xml.h"
+
 namespace fi::xml {
 
 // Of one document: the lists of parts and relationships of packages with ten thousand parts.
-inline constexpr uint32_t kMaxDocument = 2 << 20;
+inline constexpr uint32_t kMaxDocument = kXmlMaxDocument;
 
 // Tags, attributes and declarations of namespaces in a document: ten thousand relationships come to
 // 40,000. Each may have a name of its own, which Expat keeps, or a prefix that stands for a whole

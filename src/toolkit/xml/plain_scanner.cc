@@ -47,6 +47,10 @@ int DigitOf(char c) {
 // The name, and the prefix, of attributes that declare namespaces.
 constexpr std::string_view kDeclaration = "xmlns";
 
+// A prefix that always stands for one namespace, and may be declared for that one.
+constexpr std::string_view kXmlPrefix = "xml";
+constexpr std::string_view kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
+
 // Namespaces that only the prefixes "xml" and "xmlns" may stand for begin so.
 bool MayBeReserved(std::string_view uri) {
   return uri.starts_with("http://www.w3.org/XML/1998/") ||
@@ -301,8 +305,10 @@ bool PlainScanner::TakeAttribute(Cursor* cursor) {
 
 bool PlainScanner::Declare(Range prefix, Range uri) {
   const std::string_view text = View(prefix);
-  if (bindingCount_ == kMaxBindings || text == "xml" || text == kDeclaration) return false;
-  if (uri.size > kMaxNamespaceUri || MayBeReserved(View(uri))) return false;
+  if (bindingCount_ == kMaxBindings || text == kDeclaration) return false;
+  const bool isReserved =
+      text == kXmlPrefix ? View(uri) != kXmlNamespace : MayBeReserved(View(uri));
+  if (uri.size > kMaxNamespaceUri || isReserved) return false;
   if (View(uri).find('&') != std::string_view::npos) return false;
   if (uri.size == 0 && prefix.size != 0) return false;
   bindings_[bindingCount_++] = {prefix, uri};
@@ -328,7 +334,8 @@ bool PlainScanner::Resolve(Element* element) const {
       if (View(LocalRange(attributes_[before].name)) == local) return false;
     }
     const std::string_view itsPrefix = Prefix(attribute.name);
-    if (!itsPrefix.empty() && itsPrefix != "xml" && FindBinding(itsPrefix) == nullptr) return false;
+    if (!itsPrefix.empty() && itsPrefix != kXmlPrefix && FindBinding(itsPrefix) == nullptr)
+      return false;
   }
   return true;
 }

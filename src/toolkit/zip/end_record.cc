@@ -21,19 +21,26 @@ class Search {
  public:
   Search(const io::HandleReader& reader, const Tail& tail) : reader_(reader), tail_(tail) {}
 
+  // By the records whose comment ends with the file, or by those with another.
   bool Find(bool endsWithFile, DirectoryPlace* place) {
-    if (tail_.size < end::kSize) return false;
-    for (uint32_t at = tail_.size - end::kSize + 1; at-- > 0;) {
-      const uint8_t* record = tail_.bytes + at;
-      if (record[0] != 'P' || LoadLE32(record) != end::kSignature) continue;
+    size_t size = tail_.size < end::kSize ? 0 : tail_.size - end::kSize + 1;
+    while (const void* found = ::memrchr(tail_.bytes, 'P', size)) {
+      const auto* const record = static_cast<const uint8_t*>(found);
+      size = static_cast<size_t>(record - tail_.bytes);
+      if (LoadLE32(record) != end::kSignature) continue;
+      const auto at = static_cast<uint32_t>(size);
       const uint32_t behind = tail_.size - at - end::kSize;
       const bool fits = LoadLE16(record + end::kCommentLength) == behind;
+      sawOther_ |= fits != endsWithFile;
       if (fits != endsWithFile) continue;
       if (tried_++ == kMaxEndRecords) return false;
       if (Place(ReadEnd(record, tail_.offset + at), endsWithFile, place)) return true;
     }
     return false;
   }
+
+  // Whether Find passed over records of the kind that it was not asked for.
+  bool sawOther() const { return sawOther_; }
 
  private:
   // Exactly `size` bytes from an offset in the file.
@@ -108,13 +115,14 @@ class Search {
   const io::HandleReader& reader_;
   const Tail& tail_;
   uint32_t tried_ = 0;
+  bool sawOther_ = false;
 };
 
 }  // namespace
 
 bool FindDirectory(const io::HandleReader& reader, const Tail& tail, DirectoryPlace* place) {
   Search search(reader, tail);
-  return search.Find(true, place) || search.Find(false, place);
+  return search.Find(true, place) || (search.sawOther() && search.Find(false, place));
 }
 
 }  // namespace fi::zip

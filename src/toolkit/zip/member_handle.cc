@@ -24,7 +24,9 @@ uint64_t Readable(const Entry& entry) {
 }  // namespace
 
 MemberHandle::MemberHandle(ZipView& view, std::string_view name, uint64_t size)
-    : PositionedHandle(name, view.nesting() + 1), view_(view), size_(std::min(size, kMaxSize)) {}
+    : PositionedHandle(name, {view.nesting() + 1, view.work()}),
+      view_(view),
+      size_(std::min(size, kMaxSize)) {}
 
 int32_t MemberHandle::OtherInfo(uint32_t code, void* out) {
   return code == kIoInfoMemberName ? -1 : view_.OtherInfo(code, out);
@@ -78,6 +80,9 @@ bool DeflatedHandle::Restart() {
 // may be read of it, ends.
 uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   size = static_cast<uint32_t>(std::min<uint64_t>(size, view_.inflatable()));
+  if (work() != nullptr && !ended_) {
+    size = static_cast<uint32_t>(std::min<uint64_t>(size, work()->Inflatable()));
+  }
   uint32_t count = 0;
   while (count < size && !ended_) {
     const uint64_t left = std::min(packedSize_ - consumed_, view_.packable());

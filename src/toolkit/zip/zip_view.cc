@@ -45,7 +45,7 @@ int32_t OpenRepairedView(IOHandle* handle, uint32_t nesting, IOHandle** target) 
 }
 
 ZipView::ZipView(IOHandle* handle, uint32_t nesting)
-    : PositionedHandle({}, nesting),
+    : PositionedHandle({}, {nesting, WorkOf(handle)}),
       reader_(handle),
       fileSize_(reader_.Size()),
       packable_(Packable(fileSize_, nesting)) {}

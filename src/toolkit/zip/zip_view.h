@@ -57,6 +57,7 @@ class ZipView final : public io::PositionedHandle {
   void CountInflated(uint64_t packed, uint64_t bytes) {
     packable_ -= packed;
     inflatable_ -= bytes < inflatable_ ? bytes : inflatable_;
+    if (work() != nullptr) work()->SpendInflated(packed, bytes);
   }
 
   int32_t OtherInfo(uint32_t code, void* out) override;
