@@ -5,10 +5,12 @@
 
 #include "probes/media/iso_brands.h"
 #include "probes/media/ogg.h"
+#include "probes/media/riff.h"
 #include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
 #include "probes/text/plain_text.h"
+#include "probes/text/rare_text.h"
 #include "registry/format_ids.h"
 #include "stream/file_bytes.h"
 #include "tables/supplement_table.h"
@@ -24,14 +26,17 @@ SupplementAnswer Content(FormatId id) {
 
 SupplementAnswer RefineUnknown(SignatureRun& run, FormatId /*id*/) {
   if (run.isStorage) {
-    if (const FormatId id = ProbeUnknownStorage(run.stream, run.classId); id != kNoMatch) {
-      return Content(id);
-    }
+    const FormatId id = ProbeUnknownStorage(run.stream, run.classId);
+    return Content(id != kNoMatch ? id : kFormatUnknownCompoundFile);
   }
-  return Content(TextFormatProbe(run.stream, run.extension.data()));
+  const FormatId id = TextFormatProbe(run.stream, run.extension.data());
+  return Content(id != kNoMatch ? id : RareTextProbe(run.stream));
 }
 
-SupplementAnswer RefineText(SignatureRun& run, FormatId /*id*/) {
+SupplementAnswer RefineText(SignatureRun& run, FormatId id) {
+  if (id == kFormatPlainUtf16Text && IsMarkedUtf32(run.stream)) {
+    return Content(kFormatPlainUtf32Text);
+  }
   return Content(TextFormatProbe(run.stream, run.extension.data()));
 }
 
@@ -41,6 +46,10 @@ SupplementAnswer RefineOgg(SignatureRun& run, FormatId /*id*/) {
 
 SupplementAnswer RefineIsoMedia(SignatureRun& run, FormatId /*id*/) {
   return Content(IsoBrandProbe(run.stream));
+}
+
+SupplementAnswer RefineRiff(SignatureRun& run, FormatId /*id*/) {
+  return Content(OtherRiffFormProbe(run.stream));
 }
 
 SupplementAnswer RefineZip(SignatureRun& run, FormatId /*id*/) {
@@ -60,6 +69,7 @@ constexpr GeneralFormat kGeneral[] = {
     {kNoMatch, nullptr},
     {kFormatUnknown, RefineUnknown},
     {kFormatZip, RefineZip},
+    {kFormatRiff, RefineRiff},
     {kFormatOgg, RefineOgg},
     {kFormatIsoMedia, RefineIsoMedia},
     {kFormatOutlookMessage, RefineItem},
