@@ -25,6 +25,7 @@
 
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
+#include "formatid/properties.h"
 #include "formatid/version.h"
 
 #ifdef __cplusplus
@@ -173,11 +174,15 @@ struct FIRequest {
   void* cancelContext;
   FITrace trace; /* NULL: nothing is told, at no cost */
   void* traceContext;
+  FIProperties* properties; /* filled; NULL: none are read, at no cost */
 };
 
 #ifdef __cplusplus
-#define FI_REQUEST_INIT \
-  { sizeof(FIRequest), kFiEverything, {}, {}, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr }
+#define FI_REQUEST_INIT                                                                    \
+  {                                                                                        \
+    sizeof(FIRequest), kFiEverything, {}, {}, nullptr, nullptr, nullptr, nullptr, nullptr, \
+        nullptr, nullptr                                                                   \
+  }
 #else
 #define FI_REQUEST_INIT \
   { .size = sizeof(FIRequest), .flags = kFiEverything }

@@ -9,6 +9,7 @@
 
 #include "api/driver.h"
 #include "api/extension_fit.h"
+#include "api/properties.h"
 #include "api/request.h"
 #include "platform/io.h"
 #include "platform/no_throw.h"
@@ -151,6 +152,11 @@ void Identify(const Job& job, FIResult* result) {
   SetFileSize(opened, job.request.source, result);
   SetWork(work, result);
   result->status = StatusOf(work, answer);
+  if (job.request.properties != nullptr && result->status != kFiNoMemory) {
+    if (const ScopedStream stream(opened, own); stream) {
+      FillProperties(stream.get(), answer.id, result->puids, job.request.properties);
+    }
+  }
 }
 
 }  // namespace
@@ -165,6 +171,7 @@ uint32_t FIIdentify(const FIRequest* request, FIResult* result) noexcept {
   if (!ReadRequest(request, &job.request)) {
     filled.status = kFiInvalidRequest;
   } else {
+    ClearProperties(job.request.properties);
     const bool done = NoThrow<bool>(false, [&] {
       Identify(job, &filled);
       return true;

@@ -57,6 +57,10 @@ bool IsSourceValid(const FISource& source) {
   }
 }
 
+bool CanTakeProperties(const FIProperties* to) {
+  return to == nullptr || to->size == sizeof(FIProperties);
+}
+
 uint64_t Limit(uint64_t asked, uint64_t standard) { return asked != 0 ? asked : standard; }
 
 uint64_t DeadlineIn(uint64_t milliseconds) {
@@ -79,6 +83,7 @@ bool ReadRequest(const FIRequest* from, FIRequest* request) {
   *request = {};
   std::memcpy(request, from, known);
   if ((request->flags & ~uint32_t{kFiEverything}) != 0) return false;
+  if (!CanTakeProperties(request->properties)) return false;
   return request->source.reserved == 0 && IsSourceValid(request->source);
 }
 

@@ -3,22 +3,34 @@
 #define FI_CLI_CATALOGUE_H_
 
 #include <string>
+#include <string_view>
 
-#include "formatid/formatid.h"
+#include "formatid/platform.h"
 
 namespace fi::app {
 
 enum class CatalogueLayout { kText, kJson, kCsv };
 
-// Appends every format that has a name, in rising order of its identifier.
-void AppendCatalogue(CatalogueLayout layout, std::string& out);
+// Calls `body(const FIFormatFacts&)` for every format that has a name, in rising order.
+template <class Body>
+void ForEachFormat(Body&& body) {
+  uint16_t cursor = 0;
+  FormatId id = 0;
+  for (uint16_t more = FIGetFirstId(&cursor, &id, nullptr, 0); more != 0;
+       more = FIGetNextId(&cursor, &id, nullptr, 0)) {
+    FIFormatFacts facts;
+    if (UTGetFormatFacts(id, &facts) == 0) body(facts);
+  }
+}
 
-// Appends what is known about one format. False, with nothing appended, when it has no name. There
-// is no CSV form.
-bool AppendDescription(FormatId id, CatalogueLayout layout, std::string& out);
+// Appends every format that has a name and, unless it is empty, the category. False, with nothing
+// appended, when there is none.
+bool AppendCatalogue(CatalogueLayout layout, std::string_view category, std::string& out);
 
-// Appends a field of a CSV record (RFC 4180).
-void AppendCsvField(std::string_view text, std::string& out);
+// Appends what is known about the formats that `what` names: a number, a PRONOM identifier, a MIME
+// type, an extension or words of a name, tried in this order. False, with nothing appended, when
+// there is none. There is no CSV form; JSON is one object for one format, an array for more.
+bool AppendDescription(std::string_view what, CatalogueLayout layout, std::string& out);
 
 }  // namespace fi::app
 

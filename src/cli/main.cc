@@ -13,6 +13,7 @@
 #include "cli/session.h"
 #include "cli/usage.h"
 #include "formatid/formatid.h"
+#include "run/hasher.h"
 #include "run/output.h"
 #include "run/passwords.h"
 
@@ -50,12 +51,19 @@ bool ReadPasswords(const Options& options, Passwords& passwords) {
 }
 
 ExitCode Identify(const Options& options, Output& output) {
+  Hasher hasher(options.style.hashes);
+  const bool hasHashes = !options.style.hashes.empty();
+  if (std::string error; hasHashes && !hasher.Load(error)) {
+    Complain("", error);
+    return kTrouble;
+  }
+  const Hasher* hashes = hasHashes ? &hasher : nullptr;
   if (options.passwordDescriptor < 0 && options.passwordFile.empty())
-    return Session(options, output).Run();
+    return Session(options, nullptr, hashes, output).Run();
   Passwords passwords;
   if (!ReadPasswords(options, passwords)) return kTrouble;
-  const PasswordAnswers answers(passwords);
-  return Session(options, output).Run();
+  const PasswordAnswers answers;
+  return Session(options, &passwords, hashes, output).Run();
 }
 
 ExitCode RunTask(const Options& options, Output& output) {
@@ -64,17 +72,20 @@ ExitCode RunTask(const Options& options, Output& output) {
     case Task::kIdentify:
       return Identify(options, output);
     case Task::kShowHelp:
-      text = kHelp;
+      text = HelpText();
       break;
     case Task::kShowVersion:
       text = "formatid " FORMATID_VERSION "\n";
       break;
     case Task::kListFormats:
-      AppendCatalogue(options.catalogue, text);
+      if (!AppendCatalogue(options.catalogue, options.described, text)) {
+        Complain("", "no format is of the category '" + options.described + "'");
+        return kTrouble;
+      }
       break;
     case Task::kDescribe:
-      if (!AppendDescription(options.describedId, options.catalogue, text)) {
-        Complain("", "no format has the number " + std::to_string(options.describedId));
+      if (!AppendDescription(options.described, options.catalogue, text)) {
+        Complain("", "no format is known as '" + options.described + "'");
         return kTrouble;
       }
       break;
@@ -87,6 +98,8 @@ ExitCode Main(int count, const char* const* arguments) {
   OccupyStandardDescriptors();
   // A reader that goes away is seen by the write that fails.
   (void)std::signal(SIGPIPE, SIG_IGN);
+  // So is a file that may not grow.
+  (void)std::signal(SIGXFSZ, SIG_IGN);
   if (count <= 1) {
     (void)ShowUsage(kShortUsage);
     return ShowUsage(kHelpHint);

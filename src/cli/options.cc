@@ -2,131 +2,168 @@
 
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+
+#include "cli/command_line.h"
 
 namespace fi::app {
 namespace {
 
-// What the parser stores, before it is put together.
-struct Raw {
-  std::vector<std::string> paths;
-  std::string lines, records, separator, described, passwordFile, passwordDescriptor;
-  bool dereference = false, noDereference = false;
-  bool mime = false, id = false, extension = false, base = false;
-  bool json = false, jsonLines = false, csv = false;
-  bool progress = false, quiet = false;
-  bool listFormats = false, version = false, help = false;
-};
-
-// The parser takes "[a,b]" apart, reads "{}" as an empty list, and "--option=" as an option whose
-// value comes next. A NUL behind such an argument, which no argument can hold by itself, keeps it
-// as it is.
-std::vector<std::string> Guard(int count, const char* const* arguments) {
-  std::vector<std::string> guarded;
-  for (int i = count - 1; i > 0; --i) {  // the parser takes them from the end
-    std::string& argument = guarded.emplace_back(arguments[i]);
-    if (argument.empty()) continue;
-    const bool isOpenOption = argument[0] == '-' && argument.back() == '=';
-    if (argument[0] == '[' || argument[0] == '{' || isOpenOption) argument += '\0';
-  }
-  return guarded;
-}
-
-void Unguard(std::string& value) {
-  if (!value.empty() && value.back() == '\0') value.pop_back();
-}
-
-void AddInput(CLI::App& app, Raw& raw, Options& options) {
-  app.add_option("PATH", raw.paths);
-  app.add_flag("-r,--recursive", options.isRecursive);
-  auto* lines = app.add_option("-f,--files-from", raw.lines);
-  app.add_option("--files0-from", raw.records)->excludes(lines);
-  app.add_option("--stdin-name", options.stdinName);
-  auto* follow = app.add_flag("-L,--dereference", raw.dereference);
-  app.add_flag("-h,--no-dereference", raw.noDereference)->excludes(follow);
-}
-
-void AddAnswer(CLI::App& app, Raw& raw, Options& options) {
-  auto* json = app.add_flag("--json", raw.json);
-  auto* jsonLines = app.add_flag("--jsonl", raw.jsonLines)->excludes(json);
-  // These shape text only.
-  const auto textOnly = [&](CLI::Option* option) {
-    return option->excludes(json)->excludes(jsonLines);
-  };
-  auto* mime = textOnly(app.add_flag("-i,--mime,--mime-type", raw.mime));
-  auto* id = textOnly(app.add_flag("--id", raw.id))->excludes(mime);
-  textOnly(app.add_flag("--extension", raw.extension))->excludes(mime)->excludes(id);
-  auto* brief = textOnly(app.add_flag("-b,--brief", options.style.brief));
-  auto* rawPath = textOnly(app.add_flag("-0,--print0", options.style.rawPath))->excludes(brief);
-  app.add_flag("--base", raw.base);
-  textOnly(app.add_option("-F,--separator", raw.separator))->excludes(brief)->excludes(rawPath);
-}
-
-void AddPasswords(CLI::App& app, Raw& raw) {
-  auto* file = app.add_option("--password-file", raw.passwordFile);
-  app.add_option("--password-fd", raw.passwordDescriptor)->excludes(file);
-}
-
-void AddRun(CLI::App& app, Raw& raw, Options& options) {
-  app.add_flag("-n,--no-buffer", options.flushEachRecord);
-  auto* progress = app.add_flag("--progress", raw.progress);
-  app.add_flag("-q,--quiet", raw.quiet)->excludes(progress);
-}
-
-void AddAbout(CLI::App& app, Raw& raw) {
-  auto* list = app.add_flag("--list-formats", raw.listFormats);
-  app.add_flag("--csv", raw.csv)->needs(list)->excludes("--json");
-  app.add_option("--describe", raw.described)->excludes(list);
-  app.add_flag("-V,--version", raw.version);
-  app.add_flag("--help", raw.help);
-}
+constexpr unsigned kMostJobs = 256;
 
 template <typename Number>
-bool ReadNumber(const std::string& text, Number& number) {
+bool ReadNumber(std::string_view text, Number& number) {
   const char* end = text.data() + text.size();
   const std::from_chars_result result = std::from_chars(text.data(), end, number);
   return result.ec == std::errc() && result.ptr == end && !text.empty();
 }
 
-void SetStyle(const CLI::App& app, Raw& raw, Options& options) {
-  ReportStyle& style = options.style;
-  if (raw.json) style.layout = Layout::kJson;
-  if (raw.jsonLines) style.layout = Layout::kJsonLines;
-  if (raw.mime) style.field = Field::kMime;
-  if (raw.id) style.field = Field::kId;
-  if (raw.extension) style.field = Field::kExtensions;
-  Unguard(raw.separator);
-  if (app.count("--separator") != 0) style.separator = raw.separator;
+// Bytes, or a number with K, M, G or T behind it.
+bool ReadSize(std::string_view text, uint64_t& size) {
+  constexpr std::string_view kUnits = "KMGT";
+  constexpr uint64_t kLargest = uint64_t{1} << 62;
+  unsigned shift = 0;
+  if (!text.empty()) {
+    const size_t unit = kUnits.find(static_cast<char>(text.back() & ~0x20));
+    if (unit != std::string_view::npos && text.back() >= 'A') {
+      shift = 10 * static_cast<unsigned>(unit + 1);
+      text.remove_suffix(1);
+    }
+  }
+  if (!ReadNumber(text, size) || size > kLargest >> shift) return false;
+  size <<= shift;
+  return true;
 }
 
-// Returns the fault, or nothing. No fault tells a value: it may be a password in the wrong place.
-std::string FinishPasswords(const CLI::App& app, Raw& raw, Options& options) {
-  Unguard(raw.passwordFile);
-  if (app.count("--password-file") != 0 && raw.passwordFile.empty())
-    return "the file of passwords has no name";
-  if (raw.passwordFile == "-") {
-    options.passwordDescriptor = STDIN_FILENO;
-  } else {
-    options.passwordFile = raw.passwordFile;
+// Calls `body` for each part of a list with commas, until one has a fault.
+template <class Body>
+std::string ForEachPart(std::string_view list, Body&& body) {
+  for (bool isLast = false; !isLast;) {
+    const size_t end = std::min(list.find(','), list.size());
+    std::string fault = body(list.substr(0, end));
+    if (!fault.empty()) return fault;
+    isLast = end == list.size();
+    list.remove_prefix(std::min(end + 1, list.size()));
   }
-  if (app.count("--password-fd") == 0) return {};
-  const bool isNumber = ReadNumber(raw.passwordDescriptor, options.passwordDescriptor);
+  return {};
+}
+
+// Each part of the options returns the fault, or nothing.
+
+std::string SetInput(const CommandLine& line, Options& options) {
+  options.isRecursive = line.Has(Option::kRecursive);
+  if (line.Has(Option::kDereference)) options.walk.links = LinkUse::kAll;
+  if (line.Has(Option::kNoDereference)) options.walk.links = LinkUse::kNone;
+  options.walk.isOneFileSystem = line.Has(Option::kOneFileSystem);
+  for (const char* pattern : line.Values(Option::kInclude))
+    options.walk.include.emplace_back(pattern);
+  for (const char* pattern : line.Values(Option::kExclude))
+    options.walk.exclude.emplace_back(pattern);
+  uint64_t size = 0;
+  if (line.Has(Option::kMaxSize)) {
+    if (!ReadSize(line.Value(Option::kMaxSize), size)) return "--max-size takes a size";
+    options.largest = static_cast<int64_t>(size);
+  }
+  if (line.Has(Option::kStdinLimit)) {
+    if (!ReadSize(line.Value(Option::kStdinLimit), size)) return "--stdin-limit takes a size";
+    options.stdinLimit = size;
+  }
+  return {};
+}
+
+std::string AddHashes(std::string_view list, std::vector<HashKind>& hashes) {
+  return ForEachPart(list, [&](std::string_view name) -> std::string {
+    HashKind kind;
+    if (!FindHash(name, kind)) return "--hash knows " + std::string(kHashNames);
+    if (std::find(hashes.begin(), hashes.end(), kind) == hashes.end()) hashes.push_back(kind);
+    return {};
+  });
+}
+
+void AddHashesOf(const std::vector<const Column*>& columns, std::vector<HashKind>& hashes) {
+  for (const HashKind kind : HashesOf(columns)) {
+    if (std::find(hashes.begin(), hashes.end(), kind) == hashes.end()) hashes.push_back(kind);
+  }
+}
+
+std::string SetAnswer(const CommandLine& line, Options& options) {
+  ReportStyle& style = options.style;
+  if (line.Has(Option::kBase)) options.flags &= ~uint32_t{kFiSupplement};
+  if (line.Has(Option::kMime)) style.field = Field::kMime;
+  if (line.Has(Option::kId)) style.field = Field::kId;
+  if (line.Has(Option::kExtension)) style.field = Field::kExtensions;
+  style.checksExtension = line.Has(Option::kCheckExtension);
+  std::string fault;
+  for (const char* what : line.Values(Option::kRequire)) {
+    if (!style.requirements.Add(what, fault)) return fault;
+  }
+  for (const char* list : line.Values(Option::kHash)) {
+    fault = AddHashes(list, style.hashes);
+    if (!fault.empty()) return fault;
+  }
+  return {};
+}
+
+std::string SetLayout(const CommandLine& line, Options& options) {
+  ReportStyle& style = options.style;
+  if (line.Has(Option::kAll)) style.layout = Layout::kAll;
+  if (line.Has(Option::kJson)) style.layout = Layout::kJson;
+  if (line.Has(Option::kJsonLines)) style.layout = Layout::kJsonLines;
+  if (line.Has(Option::kCsv)) style.layout = Layout::kCsv;
+  if (line.Has(Option::kFormat)) style.layout = Layout::kTemplate;
+  if (line.Has(Option::kSuggestNames)) style.layout = Layout::kNames;
+  style.brief = line.Has(Option::kBrief);
+  style.rawPath = line.Has(Option::kPrint0);
+  if (line.Has(Option::kSeparator)) style.separator = line.Value(Option::kSeparator);
+  std::string fault;
+  if (line.Has(Option::kColumns) && !line.Has(Option::kCsv)) return "--columns goes with --csv";
+  if (line.Has(Option::kColumns) &&
+      !ParseColumns(line.Value(Option::kColumns), style.columns, fault))
+    return fault;
+  if (line.Has(Option::kFormat) && !style.pattern.Parse(line.Value(Option::kFormat), fault))
+    return fault;
+  AddHashesOf(style.columns, style.hashes);
+  AddHashesOf(style.pattern.columns(), style.hashes);
+  if (style.columns.empty()) style.columns = UsualColumns(style.hashes);
+  return {};
+}
+
+std::string SetRun(const CommandLine& line, Options& options) {
+  options.flushEachRecord = line.Has(Option::kNoBuffer);
+  options.run.isUnordered = line.Has(Option::kUnordered);
+  if (line.Has(Option::kProgress)) options.progress = ProgressUse::kAlways;
+  if (line.Has(Option::kQuiet)) options.progress = ProgressUse::kNone;
+  if (!line.Has(Option::kJobs)) return {};
+  const bool isNumber = ReadNumber(line.Value(Option::kJobs), options.run.threads);
+  return isNumber && options.run.threads >= 1 && options.run.threads <= kMostJobs
+             ? ""
+             : "-j takes a number from 1 to 256";
+}
+
+// No fault tells a value: it may be a password in the wrong place.
+std::string SetPasswords(const CommandLine& line, Options& options) {
+  if (line.Has(Option::kPasswordFile)) {
+    const std::string name = line.Value(Option::kPasswordFile);
+    if (name.empty()) return "the file of passwords has no name";
+    if (name == "-") {
+      options.passwordDescriptor = STDIN_FILENO;
+    } else {
+      options.passwordFile = name;
+    }
+  }
+  if (!line.Has(Option::kPasswordFd)) return {};
+  const bool isNumber = ReadNumber(line.Value(Option::kPasswordFd), options.passwordDescriptor);
   return isNumber && options.passwordDescriptor >= 0 ? "" : "--password-fd takes a number";
 }
 
-// What the parser cannot see. Returns the fault, or nothing.
-std::string FinishInput(const CLI::App& app, Raw& raw, Options& options) {
-  const bool hasList = app.count("--files-from") + app.count("--files0-from") != 0;
-  if (app.count("--files0-from") != 0) {
-    options.listTerminator = '\0';
-    raw.lines = raw.records;
-  }
-  for (std::string* value : {&raw.lines, &options.stdinName}) Unguard(*value);
-  std::for_each(raw.paths.begin(), raw.paths.end(), Unguard);
-  options.listFile = raw.lines;
-  options.paths = std::move(raw.paths);
+std::string SetPaths(const CommandLine& line, Options& options) {
+  const bool hasRecords = line.Has(Option::kFiles0From);
+  const bool hasList = hasRecords || line.Has(Option::kFilesFrom);
+  if (hasRecords) options.listTerminator = '\0';
+  options.listFile = line.Value(hasRecords ? Option::kFiles0From : Option::kFilesFrom);
+  options.stdinName = line.Value(Option::kStdinName);
+  options.paths.assign(line.paths().begin(), line.paths().end());
   if (hasList && options.listFile.empty()) return "the list of files has no name";
   if (!hasList && options.paths.empty()) return "no input";
   const auto dashes = std::count(options.paths.begin(), options.paths.end(), "-");
@@ -134,64 +171,48 @@ std::string FinishInput(const CLI::App& app, Raw& raw, Options& options) {
   const bool readsPasswords = options.passwordDescriptor == STDIN_FILENO;
   if (dashes + (listsInput ? 1 : 0) + (readsPasswords ? 1 : 0) > 1)
     return "standard input can be read only once";
-  if (app.count("--stdin-name") != 0 && dashes == 0) return "--stdin-name goes with the input -";
+  if (line.Has(Option::kStdinName) && dashes == 0) return "--stdin-name goes with the input -";
   return {};
 }
 
 // Requests that need no input take none.
-std::string SetTask(const CLI::App& app, const Raw& raw, Options& options) {
-  if (raw.json) options.catalogue = CatalogueLayout::kJson;
-  if (raw.csv) options.catalogue = CatalogueLayout::kCsv;
-  if (raw.help) {
+std::string SetTask(const CommandLine& line, Options& options) {
+  if (line.Has(Option::kJson)) options.catalogue = CatalogueLayout::kJson;
+  if (line.Has(Option::kCsv)) options.catalogue = CatalogueLayout::kCsv;
+  if (line.Has(Option::kHelp)) {
     options.task = Task::kShowHelp;
-  } else if (raw.version) {
+  } else if (line.Has(Option::kVersion)) {
     options.task = Task::kShowVersion;
-  } else if (raw.listFormats) {
+  } else if (line.Has(Option::kListFormats)) {
     options.task = Task::kListFormats;
-  } else if (app.count("--describe") != 0) {
+    options.described = line.Value(Option::kListFormats);
+  } else if (line.Has(Option::kDescribe)) {
     options.task = Task::kDescribe;
-    if (!ReadNumber(raw.described, options.describedId)) return "--describe takes a number";
+    options.described = line.Value(Option::kDescribe);
   }
+  constexpr OptionSet kAllowed =
+      SetOf(Option::kListFormats, Option::kDescribe, Option::kJson, Option::kCsv);
   const bool isAboutFormats = options.task == Task::kListFormats || options.task == Task::kDescribe;
   if (!isAboutFormats) return {};
-  const size_t others = app.get_options([](const CLI::Option* option) {
-                             const std::string& name = option->get_name();
-                             return option->count() != 0 && name != "--list-formats" &&
-                                    name != "--describe" && name != "--json" && name != "--csv";
-                           })
-                            .size();
-  return others == 0 ? "" : "--list-formats and --describe go with --json or --csv alone";
+  if (options.task == Task::kDescribe && line.Has(Option::kCsv))
+    return "--describe does not go with --csv";
+  return (line.given() & ~kAllowed) == 0 && line.paths().empty()
+             ? ""
+             : "--list-formats and --describe go with --json or --csv alone";
 }
 
 }  // namespace
 
 bool ParseOptions(int count, const char* const* arguments, Options& options, std::string& error) {
-  CLI::App app;
-  Raw raw;
-  app.set_help_flag();
-  AddInput(app, raw, options);
-  AddAnswer(app, raw, options);
-  AddPasswords(app, raw);
-  AddRun(app, raw, options);
-  AddAbout(app, raw);
-  try {
-    app.parse(Guard(count, arguments));
-  } catch (const CLI::Error& fault) {
-    error = fault.what();
-    std::erase(error, '\0');
-    return false;
+  CommandLine line;
+  if (!line.Parse(count, arguments, error)) return false;
+  error = SetTask(line, options);
+  if (!error.empty() || options.task != Task::kIdentify) return error.empty();
+  for (const auto set : {SetInput, SetAnswer, SetLayout, SetRun, SetPasswords, SetPaths}) {
+    error = set(line, options);
+    if (!error.empty()) return false;
   }
-  SetStyle(app, raw, options);
-  if (raw.base) options.flags &= ~uint32_t{kFiSupplement};
-  if (raw.dereference) options.links = LinkUse::kAll;
-  if (raw.noDereference) options.links = LinkUse::kNone;
-  if (raw.progress) options.progress = ProgressUse::kAlways;
-  if (raw.quiet) options.progress = ProgressUse::kNone;
-  error = SetTask(app, raw, options);
-  if (options.task != Task::kIdentify) return error.empty();
-  if (error.empty()) error = FinishPasswords(app, raw, options);
-  if (error.empty()) error = FinishInput(app, raw, options);
-  return error.empty();
+  return true;
 }
 
 }  // namespace fi::app

@@ -9,7 +9,9 @@
 #include "cli/catalogue.h"
 #include "cli/report.h"
 #include "formatid/formatid.h"
+#include "run/file_walk.h"
 #include "run/identify.h"
+#include "run/pipeline.h"
 #include "run/progress.h"
 
 namespace fi::app {
@@ -24,19 +26,22 @@ struct Options {
   std::string listFile;            // of further paths; empty: none, "-": standard input
   char listTerminator = '\n';
   std::string stdinName;  // empty: none
+  uint64_t stdinLimit = uint64_t{1} << 30;
   bool isRecursive = false;
-  LinkUse links = LinkUse::kArguments;
+  WalkOptions walk;
+  int64_t largest = -1;  // bytes of a file in a directory; -1: any
   uint32_t flags = kFiUseFlags | kFiTextFallback | kFiDelimitedText | kFiSupplement;
   // Where passwords come from; at most one of the two is set.
   std::string passwordFile;     // empty: none
   int passwordDescriptor = -1;  // -1: none
   ReportStyle style;
   bool flushEachRecord = false;
+  Pipeline::Settings run;
   ProgressUse progress = ProgressUse::kLongRuns;
 
   // kListFormats, kDescribe
   CatalogueLayout catalogue = CatalogueLayout::kText;
-  FormatId describedId = 0;
+  std::string described;  // or the category; empty: all
 };
 
 // Fills `options`. False, with `error` set to one line, when the command line is wrong.

@@ -1,204 +1,257 @@
 #include "cli/report.h"
 
-#include <strings.h>
-
 #include <algorithm>
-#include <charconv>
 
 #include "formatid/formatid.h"
 #include "run/base64.h"
 #include "run/escape.h"
+#include "run/extension.h"
 #include "run/json.h"
+#include "run/shell_quote.h"
 #include "run/utf8.h"
 
 namespace fi::app {
 namespace {
 
 // Grows only when a key changes its meaning or goes away.
-constexpr int kJsonSchema = 1;
+constexpr std::string_view kJsonHead = "{\"schema\":1,\"path\":";
 
 constexpr std::string_view kNoMimeType = "application/octet-stream";
 constexpr std::string_view kNoExtension = "???";
 
-void AppendNumber(int64_t value, std::string& out) {
-  char digits[24];
-  const std::to_chars_result result = std::to_chars(digits, digits + sizeof(digits), value);
-  out.append(digits, result.ptr);
-}
-
-std::string_view StatusName(AnswerStatus status) {
-  switch (status) {
-    case AnswerStatus::kOk:
-      return "ok";
-    case AnswerStatus::kUnknown:
-      return "unknown";
-    case AnswerStatus::kProtected:
-      return "protected";
-    case AnswerStatus::kError:
+std::string_view MatchText(ExtensionMatch match) {
+  switch (match) {
+    case ExtensionMatch::kYes:
+      return "true";
+    case ExtensionMatch::kNo:
+      return "false";
+    case ExtensionMatch::kNone:
       break;
   }
-  return "error";
+  return "null";
 }
 
-std::string_view BasisName(uint16_t basis) {
-  switch (basis) {
-    case kFiBasisSignature:
-      return "signature";
-    case kFiBasisClass:
-      return "class";
-    case kFiBasisNamespace:
-      return "namespace";
-    case kFiBasisExtension:
-      return "extension";
-    case kFiBasisContent:
-      return "content";
-    case kFiBasisText:
-      return "text";
-    default:
-      return {};
+void AppendHashes(const RecordSource& source, std::string& out) {
+  out += ",\"hash\":{";
+  for (size_t i = 0; i < source.hashes.size(); ++i) {
+    if (i != 0) out += ',';
+    AppendJsonString(HashName(source.hashes[i]), out);
+    out += ':';
+    AppendJsonText(i < source.answer.hashes.size() ? source.answer.hashes[i] : "", out);
   }
-}
-
-// What follows the last dot of the last component. A dot at its start makes a hidden name, no
-// extension.
-std::string_view ExtensionOf(std::string_view path) {
-  const std::string_view name = path.substr(path.rfind('/') + 1);
-  const size_t dot = name.rfind('.');
-  return dot == std::string_view::npos || dot == 0 ? std::string_view() : name.substr(dot + 1);
-}
-
-bool Contains(std::string_view list, std::string_view item) {
-  while (!list.empty()) {
-    const std::string_view each = list.substr(0, std::min(list.find(','), list.size()));
-    if (each.size() == item.size() && ::strncasecmp(each.data(), item.data(), item.size()) == 0) {
-      return true;
-    }
-    list.remove_prefix(std::min(each.size() + 1, list.size()));
-  }
-  return false;
-}
-
-std::string_view ExtensionMatch(std::string_view path, std::string_view known) {
-  const std::string_view extension = ExtensionOf(path);
-  if (known.empty() || extension.empty()) return "null";
-  return Contains(known, extension) ? "true" : "false";
+  out += '}';
 }
 
 }  // namespace
 
-std::string_view Report::Record(std::string_view path, const Answer& answer) {
-  record_.clear();
+std::string Report::Head() const {
+  std::string head;
+  if (style_.layout != Layout::kCsv) return head;
+  for (const Column* column : style_.columns) {
+    if (!head.empty()) head += ',';
+    AppendCsvField(column->name, head);
+  }
+  return head + "\r\n";
+}
+
+std::string_view Report::End(bool hasRecords) const {
+  if (style_.layout != Layout::kJson) return {};
+  return hasRecords ? "\n]\n" : "[]\n";
+}
+
+bool Report::FailsCheck(std::string_view path, const Answer& answer) const {
+  if (answer.status == AnswerStatus::kError) return false;
+  if (style_.checksExtension && IsExtensionMismatch(path, answer.facts)) return true;
+  return !style_.requirements.IsEmpty() && !style_.requirements.Holds(answer);
+}
+
+void Report::AppendRecord(std::string_view path, uint64_t number, const Answer& answer,
+                          std::string& out) const {
+  const RecordSource source = {path, answer, number, style_.hashes};
   switch (style_.layout) {
     case Layout::kText:
-      AppendText(path, answer);
-      record_ += '\n';
+      AppendText(path, answer, out);
+      out += '\n';
+      break;
+    case Layout::kAll:
+      AppendAll(source, out);
       break;
     case Layout::kJson:
-      record_ += isFirst_ ? "[\n" : ",\n";
-      AppendJson(path, answer);
+      out += ",\n";
+      AppendJson(source, out);
       break;
     case Layout::kJsonLines:
-      AppendJson(path, answer);
-      record_ += '\n';
+      AppendJson(source, out);
+      out += '\n';
+      break;
+    case Layout::kCsv:
+      AppendCsv(source, out);
+      break;
+    case Layout::kTemplate:
+      style_.pattern.Append(source, out);
+      out += '\n';
+      break;
+    case Layout::kNames:
+      AppendRename(path, answer, out);
       break;
   }
-  isFirst_ = false;
-  return record_;
 }
 
-std::string_view Report::End() const {
-  if (style_.layout != Layout::kJson) return {};
-  return isFirst_ ? "[]\n" : "\n]\n";
-}
-
-void Report::AppendPath(std::string_view path) {
+void Report::AppendPath(std::string_view path, std::string& out) const {
   if (style_.rawPath) {
-    record_ += path;
-    record_ += '\0';
+    out += path;
+    out += '\0';
     return;
   }
-  AppendEscaped(path, record_);
-  record_ += style_.separator;
-  const size_t width = EscapedWidth(record_);
-  record_.append(width < style_.pathWidth ? style_.pathWidth - width : 0, ' ');
-  record_ += ' ';
+  const size_t start = out.size();
+  AppendEscaped(path, out);
+  out += style_.separator;
+  if (style_.pathWidth != 0) {
+    const size_t width = EscapedWidth(std::string_view(out).substr(start));
+    out.append(width < style_.pathWidth ? style_.pathWidth - width : 0, ' ');
+  }
+  out += ' ';
 }
 
-void Report::AppendField(const Answer& answer) {
+void Report::AppendField(const Answer& answer, std::string& out) const {
   const FIFormatFacts& facts = answer.facts;
   switch (style_.field) {
     case Field::kName:
-      record_ += facts.name;
-      if (answer.status == AnswerStatus::kProtected) record_ += " (" + answer.error + ")";
+      out += facts.name;
+      if (answer.status == AnswerStatus::kProtected) out += " (" + answer.error + ")";
       break;
     case Field::kMime:
-      record_ += facts.mimeType[0] != '\0' ? facts.mimeType : kNoMimeType;
+      out += facts.mimeType[0] != '\0' ? facts.mimeType : kNoMimeType;
       break;
     case Field::kId:
-      AppendNumber(facts.id, record_);
+      AppendNumber(facts.id, out);
       break;
     case Field::kExtensions: {
-      const size_t start = record_.size();
-      record_ += facts.extensions[0] != '\0' ? facts.extensions : kNoExtension;
-      std::replace(record_.begin() + static_cast<ptrdiff_t>(start), record_.end(), ',', '/');
+      const size_t start = out.size();
+      out += facts.extensions[0] != '\0' ? facts.extensions : kNoExtension;
+      std::replace(out.begin() + static_cast<ptrdiff_t>(start), out.end(), ',', '/');
       break;
     }
   }
 }
 
-void Report::AppendText(std::string_view path, const Answer& answer) {
-  if (!style_.brief) AppendPath(path);
-  if (answer.status == AnswerStatus::kError) {
-    record_ += "ERROR: ";
-    record_ += answer.error;
-  } else {
-    AppendField(answer);
+// Behind the name, for people; the other answers stay what a program expects.
+void Report::AppendFindings(std::string_view path, const Answer& answer, std::string& out) const {
+  if (style_.field != Field::kName) return;
+  if (style_.checksExtension && IsExtensionMismatch(path, answer.facts)) {
+    out += " [the extension is none of ";
+    out += answer.facts.extensions;
+    out += ']';
   }
+  if (!style_.requirements.IsEmpty() && !style_.requirements.Holds(answer))
+    out += " [not what is required]";
 }
 
-void Report::AppendJson(std::string_view path, const Answer& answer) {
+void Report::AppendText(std::string_view path, const Answer& answer, std::string& out) const {
+  if (!style_.brief) AppendPath(path, out);
+  if (answer.status == AnswerStatus::kError) {
+    out += "ERROR: ";
+    out += answer.error;
+    return;
+  }
+  AppendField(answer, out);
+  AppendFindings(path, answer, out);
+  for (const std::string& hash : answer.hashes) out += "  " + hash;
+}
+
+void Report::AppendAll(const RecordSource& source, std::string& out) const {
+  AppendEscaped(source.path, out);
+  out += '\n';
+  std::string value;
+  const auto append = [&](std::string_view name) {
+    value.clear();
+    FindColumn(name)->append(source, value);
+    if (value.empty()) return;
+    out.append("  ").append(name).append(": ");
+    out.append(name.size() < 13 ? 13 - name.size() : 0, ' ');
+    out += value + '\n';
+  };
+  for (const std::string_view name : {"name", "status", "id", "category", "mime", "extensions",
+                                      "puids", "basis", "size", "error", "password_line"}) {
+    append(name);
+  }
+  for (const HashKind kind : style_.hashes) append(HashName(kind));
+  if (IsExtensionMismatch(source.path, source.answer.facts)) out += "  the extension mismatches\n";
+}
+
+void Report::AppendJson(const RecordSource& source, std::string& out) const {
+  const Answer& answer = source.answer;
   const bool hasFormat = answer.status != AnswerStatus::kError;
   const FIFormatFacts& facts = answer.facts;
-  record_ += "{\"schema\":";
-  AppendNumber(kJsonSchema, record_);
-  record_ += ",\"path\":";
-  AppendJsonString(path, record_);
-  if (!IsUtf8(path)) {
-    record_ += ",\"path_bytes\":\"";
-    AppendBase64(path, record_);
-    record_ += '"';
+  out += kJsonHead;
+  AppendJsonString(source.path, out);
+  if (!IsUtf8(source.path)) {
+    out += ",\"path_bytes\":\"";
+    AppendBase64(source.path, out);
+    out += '"';
   }
-  record_ += ",\"status\":";
-  AppendJsonString(StatusName(answer.status), record_);
-  record_ += ",\"id\":";
+  out += ",\"status\":";
+  AppendJsonString(StatusName(answer.status), out);
+  out += ",\"id\":";
   if (hasFormat) {
-    AppendNumber(facts.id, record_);
+    AppendNumber(facts.id, out);
   } else {
-    record_ += "null";
+    out += "null";
   }
-  record_ += ",\"name\":";
-  AppendJsonText(hasFormat ? facts.name : "", record_);
-  record_ += ",\"mime\":";
-  AppendJsonText(facts.mimeType, record_);
-  record_ += ",\"extensions\":";
-  AppendJsonList(facts.extensions, record_);
-  record_ += ",\"extension_match\":";
-  record_ += ExtensionMatch(path, facts.extensions);
-  record_ += ",\"basis\":";
-  AppendJsonText(BasisName(answer.basis), record_);
+  out += ",\"name\":";
+  AppendJsonText(hasFormat ? facts.name : "", out);
+  out += ",\"mime\":";
+  AppendJsonText(facts.mimeType, out);
+  out += ",\"extensions\":";
+  AppendJsonList(facts.extensions, out);
+  out += ",\"extension_match\":";
+  out += MatchText(MatchExtension(source.path, facts));
+  out += ",\"basis\":";
+  AppendJsonText(BasisName(answer.basis), out);
   if (answer.corrects != 0) {
-    record_ += ",\"corrects\":";
-    AppendNumber(answer.corrects, record_);
+    out += ",\"corrects\":";
+    AppendNumber(answer.corrects, out);
   }
-  record_ += ",\"size\":";
+  out += ",\"size\":";
   if (answer.size >= 0) {
-    AppendNumber(answer.size, record_);
+    AppendNumber(answer.size, out);
   } else {
-    record_ += "null";
+    out += "null";
   }
-  record_ += ",\"error\":";
-  AppendJsonText(answer.error, record_);
-  record_ += '}';
+  out += ",\"error\":";
+  AppendJsonText(answer.error, out);
+  out += ",\"category\":";
+  AppendJsonText(facts.category, out);
+  out += ",\"puids\":";
+  AppendJsonList(facts.puids, out);
+  if (answer.passwordLine != 0) {
+    out += ",\"password_line\":";
+    AppendNumber(answer.passwordLine, out);
+  }
+  if (!source.hashes.empty()) AppendHashes(source, out);
+  out += '}';
+}
+
+void Report::AppendCsv(const RecordSource& source, std::string& out) const {
+  std::string value;
+  bool isFirst = true;
+  for (const Column* column : style_.columns) {
+    if (!isFirst) out += ',';
+    isFirst = false;
+    value.clear();
+    column->append(source, value);
+    AppendCsvCell(value, out);
+  }
+  out += "\r\n";
+}
+
+void Report::AppendRename(std::string_view path, const Answer& answer, std::string& out) const {
+  if (answer.status == AnswerStatus::kError || !IsExtensionMismatch(path, answer.facts)) return;
+  out += "mv -n -- ";
+  AppendShellWord(path, out);
+  out += ' ';
+  AppendShellWord(SuggestedName(path, answer.facts), out);
+  out += '\n';
 }
 
 }  // namespace fi::app

@@ -1,6 +1,7 @@
 #include "cli/session.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,14 +10,18 @@
 
 #include "run/escape.h"
 #include "run/file_walk.h"
-#include "run/identify.h"
 #include "run/path_list.h"
+#include "run/signals.h"
+#include "run/within_memory.h"
 
 namespace fi::app {
 namespace {
 
 // A longer path stands out rather than pushing all answers to the right.
 constexpr size_t kWidestColumn = 40;
+
+// Memory for what is left to do when there is no other.
+constexpr size_t kReserve = size_t{64} << 10;
 
 // Answers stand in a column where the reader is a person and all paths are known beforehand.
 size_t ColumnWidth(const Options& options, const Output& output) {
@@ -37,11 +42,38 @@ ReportStyle StyleOf(const Options& options, const Output& output) {
   return style;
 }
 
+bool IsMany(const Options& options) {
+  return options.isRecursive || !options.listFile.empty() || options.paths.size() > 1;
+}
+
 // A terminal that shows the answers shows how far the run is.
 ProgressUse ProgressOf(const Options& options, const Output& output) {
-  const bool isMany = options.isRecursive || !options.listFile.empty() || options.paths.size() > 1;
   if (options.progress == ProgressUse::kAlways) return ProgressUse::kAlways;
-  return isMany && !output.IsTerminal() ? options.progress : ProgressUse::kNone;
+  return IsMany(options) && !output.IsTerminal() ? options.progress : ProgressUse::kNone;
+}
+
+CountAhead::Inputs CountedInputs(const Options& options) {
+  CountAhead::Inputs inputs;
+  inputs.paths = &options.paths;
+  inputs.walk = &options.walk;
+  inputs.isRecursive = options.isRecursive;
+  // What standard input will name is not known beforehand.
+  if (!options.listFile.empty() && options.listFile != "-") inputs.list = options.listFile.c_str();
+  inputs.terminator = options.listTerminator;
+  return inputs;
+}
+
+IdentifySettings SettingsOf(const Options& options, const Passwords* passwords,
+                            const Hasher* hasher) {
+  IdentifySettings settings;
+  settings.links = options.walk.links;
+  settings.flags = options.flags;
+  settings.passwords = passwords;
+  settings.hasher = hasher;
+  settings.largest = options.largest;
+  settings.stdinLimit = options.stdinLimit;
+  if (!options.stdinName.empty()) settings.stdinName = options.stdinName.c_str();
+  return settings;
 }
 
 // The open list of paths; standard input is not closed with it.
@@ -77,75 +109,152 @@ void Complain(std::string_view subject, std::string_view reason) {
   if (::write(STDERR_FILENO, line.data(), line.size()) < 0) return;
 }
 
-Session::Session(const Options& options, Output& output)
+Session::Session(const Options& options, const Passwords* passwords, const Hasher* hasher,
+                 Output& output)
     : options_(options),
       output_(output),
       report_(StyleOf(options, output)),
-      progress_(ProgressOf(options, output)) {}
+      progress_(ProgressOf(options, output), CountedInputs(options)),
+      settings_(SettingsOf(options, passwords, hasher)),
+      pipeline_(options.run,
+                {[this](Job& job) { Work(job); }, [this](Job& job) { return Deliver(job); },
+                 [this] { return Tick(); }}),
+      reserve_(std::make_unique_for_overwrite<char[]>(kReserve)) {}
 
-bool Session::Deliver(std::string_view path) {
-  if (IsFailure(answer_)) exitCode_ = kSomeFailed;
-  if (output_.IsTerminal()) progress_.Hide();
-  const bool written = output_.Write(report_.Record(path, answer_));
-  progress_.Count();
-  return written;
+// Called by several threads at once.
+void Session::Work(Job& job) const {
+  Identify(job, settings_);
+  if (job.isSkipped) return;
+  report_.AppendRecord(job.path, job.number, job.answer, job.record);
+  job.failsCheck = report_.FailsCheck(job.path, job.answer);
 }
 
-bool Session::RunDirectory(const std::string& root) {
-  FileWalk walk(root, options_.links);
+bool Session::Deliver(Job& job) {
+  if (job.isOutOfMemory) {
+    EndWithoutMemory();
+    return false;
+  }
+  if (EndingSignal() != 0) return false;
+  if (job.isSkipped) return true;
+  hasFailed_ = hasFailed_ || IsFailure(job.answer);
+  hasFailedCheck_ = hasFailedCheck_ || job.failsCheck;
+  if (output_.IsTerminal()) progress_.Hide();
+  if (report_.IsArray() && !hasRecords_) job.record[0] = '[';
+  hasRecords_ = true;
+  const bool isWritten = output_.Write(job.record);
+  progress_.Count(job.path, job.answer.size);
+  progress_.Tick();
+  return isWritten;
+}
+
+bool Session::Tick() {
+  progress_.Tick();
+  return EndingSignal() == 0;
+}
+
+bool Session::Add(Job::Kind kind, std::string_view path) {
+  Job& job = pipeline_.Next();
+  job.kind = kind;
+  job.path = path;
+  job.number = ++added_;
+  return pipeline_.Commit();
+}
+
+bool Session::AddDirectory(const std::string& root) {
+  FileWalk walk(root, options_.walk);
   while (walk.Next()) {
-    if (walk.fault().empty()) {
-      // A link that the walk delivers leads nowhere, or all links are to be followed.
-      IdentifyPath(walk.path(), LinkUse::kAll, options_.flags, answer_);
-    } else {
-      Fail(walk.fault(), answer_);
+    Job& job = pipeline_.Next();
+    if (!walk.fault().empty()) {
+      job.fault = walk.fault();
+      if (!Add(Job::Kind::kFault, walk.path())) return false;
+      continue;
     }
-    if (!Deliver(walk.path())) return false;
+    job.directory = walk.directory();
+    job.rootLength = walk.rootLength();
+    const bool isBelow = job.directory != nullptr;
+    if (!Add(isBelow ? Job::Kind::kBelow : Job::Kind::kPath, walk.path())) return false;
   }
   return true;
 }
 
-bool Session::RunPath(const std::string& path) {
-  IdentifyPath(path, options_.links, options_.flags, answer_);
-  if (answer_.isDirectory && options_.isRecursive) return RunDirectory(path);
-  return Deliver(path);
+bool Session::IsDirectory(const std::string& path) const {
+  struct stat status;
+  const bool follows = options_.walk.links != LinkUse::kNone;
+  return ::fstatat(AT_FDCWD, path.c_str(), &status, follows ? 0 : AT_SYMLINK_NOFOLLOW) == 0 &&
+         S_ISDIR(status.st_mode);
 }
 
-bool Session::RunArgument(const std::string& path) {
-  if (path != "-") return RunPath(path);
-  const bool isNamed = !options_.stdinName.empty();
-  IdentifyStandardInput(isNamed ? options_.stdinName.c_str() : nullptr, options_.flags, answer_);
-  return Deliver(isNamed ? options_.stdinName : path);
+bool Session::AddPath(const std::string& path) {
+  const bool isWhole = path.find('\0') == std::string::npos;
+  if (options_.isRecursive && isWhole && IsDirectory(path)) return AddDirectory(path);
+  return Add(Job::Kind::kPath, path);
 }
 
-bool Session::RunList(int descriptor) {
-  PathList list(descriptor, options_.listTerminator);
+bool Session::AddArgument(const std::string& path) {
+  if (path != "-") return AddPath(path);
+  return Add(Job::Kind::kStandardInput, options_.stdinName.empty() ? path : options_.stdinName);
+}
+
+// Who writes the list may wait for the answers to what it named so far.
+bool Session::AddList(int descriptor) {
+  PathList list(descriptor, options_.listTerminator,
+                [this] { return pipeline_.Drain() && Tick(); });
   std::string path;
   ListStep step = ListStep::kPath;
   while ((step = list.Next(path)) == ListStep::kPath) {
-    if (!RunPath(path)) return false;
+    if (!AddPath(path)) return false;
   }
   if (step == ListStep::kEnd) return true;
   Complain(options_.listFile, std::strerror(errno));
-  exitCode_ = kTrouble;
+  isInTrouble_ = true;
   return true;
 }
 
-ExitCode Session::Run() {
+bool Session::AddAll() {
   const bool hasList = !options_.listFile.empty();
   const ListFile list(hasList ? options_.listFile : "-");
   if (list.descriptor() < 0) {
     Complain(options_.listFile, std::strerror(errno));
-    return kTrouble;
+    isInTrouble_ = true;
+    return false;
   }
-  bool goesOn = true;
+  if (const std::string head = report_.Head(); !head.empty() && !output_.Write(head)) return false;
   for (const std::string& path : options_.paths) {
-    goesOn = goesOn && RunArgument(path);
+    if (!AddArgument(path)) return false;
   }
-  if (goesOn && hasList) goesOn = RunList(list.descriptor());
-  if (goesOn) (void)output_.Write(report_.End());
+  if (hasList && !AddList(list.descriptor())) return false;
+  return pipeline_.Drain();
+}
+
+// Needs no memory itself.
+void Session::EndWithoutMemory() {
+  constexpr std::string_view kMessage = "formatid: out of memory\n";
+  reserve_.reset();
+  isInTrouble_ = true;
+  if (::write(STDERR_FILENO, kMessage.data(), kMessage.size()) < 0) return;
+}
+
+ExitCode Session::Run() {
+  if (IsMany(options_)) WatchSignals();
+  bool isWhole = false;
+  const bool isWithinMemory = WithinMemory([&] { isWhole = AddAll(); });
+  if (!isWithinMemory) {
+    EndWithoutMemory();
+    (void)WithinMemory([this] { pipeline_.Abandon(); });
+  }
+  const int signal = EndingSignal();
+  if (signal != 0) pipeline_.Abandon();
+  // An array that is ended early is one all the same.
+  const bool canWrite = output_.error() == 0;
+  if ((isWhole || signal != 0) && canWrite) (void)output_.Write(report_.End(hasRecords_));
   progress_.Finish();
-  return exitCode_;
+  if (signal != 0) {
+    (void)output_.Flush();
+    EndBySignal(signal);
+  }
+  if (isInTrouble_) return kTrouble;
+  if (hasFailed_) return kSomeFailed;
+  return hasFailedCheck_ ? kCheckFailed : kAllRead;
 }
 
 }  // namespace fi::app

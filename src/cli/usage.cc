@@ -1,49 +1,78 @@
 #include "cli/usage.h"
 
+#include <algorithm>
+#include <cstddef>
+
+#include "cli/option_table.h"
+
 namespace fi::app {
+namespace {
 
-constinit const std::string_view kHelp = R"(Usage: formatid [OPTION]... [--] PATH|-...
-Names the format of each PATH from its bytes; - is standard input.
+constexpr size_t kWidth = 80;
+constexpr size_t kIndent = 27;  // of what an option means
 
-Input:
-  -r, --recursive          walk directories
-  -f, --files-from F       take further paths from F, one a line (- is standard input)
-      --files0-from F      the same, each path ended by a NUL
-      --stdin-name NAME    the file name that goes with -
-  -L, --dereference        follow all symbolic links, not only those named
-  -h, --no-dereference     follow no symbolic links
+// Appends words from the column that `out` stands at, in lines that begin at column `indent`.
+void AppendWrapped(std::string_view words, size_t column, size_t indent, std::string& out) {
+  while (!words.empty()) {
+    const size_t end = std::min(words.find(' '), words.size());
+    const std::string_view word = words.substr(0, end);
+    if (column > indent && column + 1 + word.size() > kWidth) {
+      out += '\n' + std::string(indent, ' ');
+      column = indent;
+    } else if (column > indent) {
+      out += ' ';
+      ++column;
+    }
+    out += word;
+    column += word.size();
+    words.remove_prefix(std::min(end + 1, words.size()));
+  }
+  out += '\n';
+}
 
-Answer (the name, unless one of these asks for another):
-  -i, --mime, --mime-type  the MIME type
-      --id                 the number of the format
-      --extension          the usual file name extensions
-      --base               without the supplement: general answers stay as they are
+// "-f, --files-from F"
+std::string Spellings(const OptionRow& row) {
+  std::string text = row.letters.empty() ? "    " : std::string{'-', row.letters[0], ',', ' '};
+  text += "--" + std::string(row.names.substr(0, row.names.find(' ')));
+  if (row.use == OptionValue::kOptional) return text + "[=" + std::string(row.value) + ']';
+  if (row.use != OptionValue::kNone) text += ' ' + std::string(row.value);
+  return text;
+}
 
-Encrypted documents:
-      --password-file F    take passwords from F, one a line (- is standard input)
-      --password-fd N      take them from the open descriptor N
-                           (the first three lines are tried on each document)
+void AppendOption(const OptionRow& row, std::string& out) {
+  std::string line = "  " + Spellings(row);
+  if (line.size() + 1 < kIndent) {
+    line.append(kIndent - line.size(), ' ');
+  } else {
+    line += '\n' + std::string(kIndent, ' ');
+  }
+  out += line;
+  AppendWrapped(row.help, kIndent, kIndent, out);
+}
 
-Output:
-  -b, --brief              no paths
-  -F, --separator S        put S between path and answer in place of ':'
-  -0, --print0             end paths with a NUL, and do not escape them
-      --json               one JSON array
-      --jsonl              one JSON object a line
-  -n, --no-buffer          write each answer at once
+}  // namespace
 
-Run:
-      --progress           show on standard error how many files are done
-  -q, --quiet              no progress
-
-About:
-      --list-formats       list all formats (with --json or --csv: in that form)
-      --describe ID        tell what is known about a format (with --json: in that form)
-  -V, --version            print the version
-      --help               print this text
-
-Exit status: 0 all input was read; 1 some input could not be read, or is encrypted;
-2 wrong usage, unusable passwords, or the output could not be written.
-)";
+std::string HelpText() {
+  std::string out(kShortUsage);
+  out += "Names the format of each PATH from its bytes; - is standard input.\n\nExamples:\n";
+  for (const Example& example : Examples()) {
+    std::string line = "  " + std::string(example.command);
+    line.append(line.size() < 46 ? 46 - line.size() : 2, ' ');
+    out += line + std::string(example.meaning) + '\n';
+  }
+  const OptionRow* before = nullptr;
+  for (const OptionRow& row : OptionRows()) {
+    if (before == nullptr || before->group != row.group)
+      out += '\n' + std::string(TitleOf(row.group)) + ":\n";
+    AppendOption(row, out);
+    before = &row;
+  }
+  out += "\nExit status:\n";
+  for (const ExitRow& row : ExitRows()) {
+    out += "  " + std::string(row.code) + "  ";
+    AppendWrapped(row.meaning, 5, 5, out);
+  }
+  return out;
+}
 
 }  // namespace fi::app

@@ -18,6 +18,13 @@ void AppendByte(char c, std::string& out) {
   out += kDigits[byte & 15];
 }
 
+// How many bytes at the start of `name` are printable ASCII other than a backslash.
+size_t PlainLength(std::string_view name) {
+  const auto* end = std::find_if(name.begin(), name.end(),
+                                 [](char c) { return c < 0x20 || c >= 0x7F || c == '\\'; });
+  return static_cast<size_t>(end - name.begin());
+}
+
 }  // namespace
 
 bool AppendNamedEscape(char c, std::string& out) {
@@ -38,9 +45,14 @@ bool AppendNamedEscape(char c, std::string& out) {
 
 void AppendEscaped(std::string_view name, std::string& out) {
   while (!name.empty()) {
+    if (const size_t plain = PlainLength(name); plain != 0) {
+      out += name.substr(0, plain);
+      name.remove_prefix(plain);
+      continue;
+    }
     const size_t length = Utf8SequenceLength(name);
     const std::string_view sequence = name.substr(0, std::max<size_t>(length, 1));
-    if (length == 0 || IsControl(sequence)) {
+    if (length == 0 || IsControl(sequence) || IsDeceptive(sequence)) {
       for (const char c : sequence) AppendByte(c, out);
     } else if (sequence == "\\") {
       out += "\\\\";

@@ -8,8 +8,9 @@
 
 namespace fi::app {
 
-// Appends `name` with control characters and bytes that are not UTF-8 escaped: \n, \r and \t, any
-// other as \xNN per byte. A backslash is doubled, so that no two names read the same.
+// Appends `name` with control characters, characters that deceive (IsDeceptive) and bytes that are
+// not UTF-8 escaped: \n, \r and \t, any other as \xNN per byte. A backslash is doubled, so that no
+// two names read the same.
 void AppendEscaped(std::string_view name, std::string& out);
 
 // Columns that an escaped name takes, at one column per code point.

@@ -6,24 +6,40 @@
 #include <sys/types.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "run/identify.h"
+#include "run/open_below.h"
+#include "run/sorted_names.h"
 
 namespace fi::app {
 
-// Walks depth first; the entries of a directory come sorted by their bytes. No directory stays
-// open. The depth is bounded by the length that the system allows a path.
+struct WalkOptions {
+  LinkUse links = LinkUse::kArguments;
+  bool isOneFileSystem = false;  // directories of other file systems are passed over
+  // Shell patterns, for the name or, with a slash in them, for the path below the root. Files pass
+  // when one of `include` matches, or when there is none; what `exclude` matches is passed over,
+  // and a directory with all below it.
+  std::vector<std::string> include;
+  std::vector<std::string> exclude;
+};
+
+// Walks depth first; the entries of a directory come sorted by their bytes. The root alone stays
+// open. The depth is bounded by the length that the system allows a path, and the memory for names
+// by kNamesLimit and, beyond it, kLevelLimit for each level.
 //
 // Regular files are delivered. Fifos, sockets and devices are passed over, and so are links, except
 // that with LinkUse::kAll a link counts as what it leads to (and is delivered where it leads
-// nowhere).
+// nowhere). In the other two ways nothing that is a link when it is opened is entered.
 class FileWalk {
  public:
-  FileWalk(std::string_view root, LinkUse links);
+  static constexpr size_t kNamesLimit = size_t{4} << 20;
+  static constexpr size_t kLevelLimit = size_t{64} << 10;
+
+  // `options` is borrowed.
+  FileWalk(std::string_view root, const WalkOptions& options);
 
   // Moves to the next file, or to a directory that cannot be read. False at the end.
   bool Next();
@@ -33,33 +49,38 @@ class FileWalk {
   // Why the directory at path() cannot be read; empty when path() is a file.
   const std::string& fault() const { return fault_; }
 
- private:
-  enum class Kind : uint8_t { kFile, kDirectory, kOther };
+  // What the file is to be opened below, and its path from there. Without a directory, which is so
+  // with LinkUse::kAll, it is to be opened by path().
+  const SharedDirectory& directory() const { return directory_; }
+  size_t rootLength() const { return rootLength_; }
 
-  struct Entry {
-    size_t name;  // offset of the NUL-terminated name in Level::names
-    Kind kind;
-  };
+ private:
+  enum Kind : char { kFile = 'f', kDirectory = 'd', kOther = 'o' };
 
   struct Level {
-    size_t pathLength;  // of the directory, with the slash behind it
-    std::string names;
-    std::vector<Entry> entries;
-    size_t next = 0;
+    explicit Level(size_t limit) : names(limit) {}
+    size_t pathLength = 0;  // of the directory, with the slash behind it
+    SortedNames names;
     dev_t device = 0;
     ino_t inode = 0;
   };
 
   // Reads the directory at path_ and makes it the innermost level.
   void Enter();
-  bool IsLoop(int directory, Level& level) const;
+  int OpenDirectory();
+  bool IsPassedOver(int directory, Level& level);
+  bool IsWanted(const char* name, Kind kind) const;
+  size_t NamesLimit() const;
   void ReadEntries(DIR* directory, Level& level);
   Kind Classify(int directory, const dirent& entry) const;
   Kind Examine(int directory, const char* name, bool follow) const;
 
-  LinkUse links_;
+  const WalkOptions& options_;
   std::string path_;
   std::string fault_;
+  SharedDirectory directory_;
+  size_t rootLength_;
+  dev_t rootDevice_ = 0;
   std::vector<Level> levels_;
   bool isStarted_ = false;
 };

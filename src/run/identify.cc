@@ -1,13 +1,17 @@
 #include "run/identify.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <string>
 
 #include "formatid/formatid.h"
+#include "run/hasher.h"
+#include "run/passwords.h"
 #include "run/standard_input.h"
 
 namespace fi::app {
@@ -27,8 +31,9 @@ void Reset(Answer& answer) {
   answer.basis = kFiBasisNone;
   answer.corrects = 0;
   answer.size = -1;
-  answer.isDirectory = false;
+  answer.passwordLine = 0;
   answer.error.clear();
+  answer.hashes.clear();
 }
 
 int64_t SizeOf(IOHandle* handle) {
@@ -86,20 +91,115 @@ const char* KindOf(mode_t mode) {
 }
 
 // Says why `path` did not open with `error`. Only failures pay for the second look.
-void FailOpen(const std::string& path, int error, Answer& answer) {
+void FailOpen(const char* path, int error, Answer& answer) {
   struct stat status;
-  if (error == EISDIR) {
-    Fail("is a directory (use -r)", answer);
-    answer.isDirectory = true;
-    return;
-  }
-  const char* kind = ::stat(path.c_str(), &status) == 0 ? KindOf(status.st_mode) : nullptr;
+  if (error == EISDIR) return Fail("is a directory (use -r)", answer);
+  const char* kind = ::stat(path, &status) == 0 ? KindOf(status.st_mode) : nullptr;
   Fail(kind != nullptr ? kind : std::strerror(error), answer);
 }
 
-bool IsLink(const std::string& path) {
+// Says why what was opened as `descriptor` cannot be identified.
+void FailDescriptor(int descriptor, int error, Answer& answer) {
   struct stat status;
-  return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+  if (error == EISDIR) return Fail("is a directory", answer);
+  const char* kind = ::fstat(descriptor, &status) == 0 ? KindOf(status.st_mode) : nullptr;
+  Fail(kind != nullptr ? kind : std::strerror(error), answer);
+}
+
+class OwnedDescriptor {
+ public:
+  explicit OwnedDescriptor(int descriptor) : descriptor_(descriptor) {}
+  OwnedDescriptor(const OwnedDescriptor&) = delete;
+  OwnedDescriptor& operator=(const OwnedDescriptor&) = delete;
+  ~OwnedDescriptor() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+  }
+
+  int get() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
+// `path` is what the name of the file is taken from.
+void IdentifyDescriptor(int descriptor, const std::string& path, const IdentifySettings& settings,
+                        Answer& answer) {
+  IOHandle* opened = nullptr;
+  const IODescriptorSource source = {descriptor, path.c_str()};
+  if (IOOpen(&opened, kIoSourceDescriptor, &source, 1) != kIoOk)
+    return FailDescriptor(descriptor, errno, answer);
+  {
+    const OwnedHandle handle(opened);
+    IdentifyHandle(opened, settings, answer);
+  }
+  if (settings.hasher != nullptr && answer.status != AnswerStatus::kError) {
+    const int error = settings.hasher->HashFile(descriptor, answer.hashes);
+    if (error != 0) FailRead(std::strerror(error), answer);
+  }
+}
+
+// A file met in a directory. Nothing that is a link by now is followed.
+void IdentifyBelow(Job& job, const IdentifySettings& settings) {
+  const OwnedDescriptor file(OpenBelow(job.directory->get(), job.path.c_str() + job.rootLength, 0));
+  if (file.get() < 0) {
+    const bool isLink = errno == ELOOP;
+    return Fail(isLink ? "is a symbolic link (not followed)" : std::strerror(errno), job.answer);
+  }
+  struct stat status;
+  if (settings.largest >= 0 && ::fstat(file.get(), &status) == 0 &&
+      status.st_size > settings.largest) {
+    job.isSkipped = true;
+    return;
+  }
+  IdentifyDescriptor(file.get(), job.path, settings, job.answer);
+}
+
+// Opens a file that was named by a descriptor of ours, for what the library's own opening cannot
+// do. What is no regular file is not opened, so that nobody at its other end is disturbed.
+void IdentifyOpened(const std::string& path, const IdentifySettings& settings, Answer& answer) {
+  const bool followsLink = settings.links != LinkUse::kNone;
+  struct stat status;
+  if (::fstatat(AT_FDCWD, path.c_str(), &status, followsLink ? 0 : AT_SYMLINK_NOFOLLOW) != 0)
+    return Fail(std::strerror(errno), answer);
+  if (S_ISLNK(status.st_mode)) return Fail("is a symbolic link (not followed)", answer);
+  if (S_ISDIR(status.st_mode)) return FailOpen(path.c_str(), EISDIR, answer);
+  if (const char* kind = KindOf(status.st_mode)) return Fail(kind, answer);
+  const OwnedDescriptor file(::open(
+      path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (followsLink ? 0 : O_NOFOLLOW)));
+  if (file.get() < 0) {
+    const bool isLink = errno == ELOOP && !followsLink;
+    return Fail(isLink ? "is a symbolic link (not followed)" : std::strerror(errno), answer);
+  }
+  IdentifyDescriptor(file.get(), path, settings, answer);
+}
+
+void IdentifyPath(const std::string& path, const IdentifySettings& settings, Answer& answer) {
+  // The system would take the path up to there, which names another file.
+  if (path.find('\0') != std::string::npos) return Fail("the name holds a NUL byte", answer);
+  if (settings.links == LinkUse::kNone || settings.hasher != nullptr)
+    return IdentifyOpened(path, settings, answer);
+  IOHandle* opened = nullptr;
+  if (IOOpen(&opened, kIoSourcePath, path.c_str(), 1) != kIoOk)
+    return FailOpen(path.c_str(), errno, answer);
+  const OwnedHandle handle(opened);
+  IdentifyHandle(opened, settings, answer);
+}
+
+void IdentifyStandardInput(const IdentifySettings& settings, Answer& answer) {
+  StandardInput input(settings.stdinLimit);
+  IOHandle* opened = nullptr;
+  if (!input.Open(STDIN_FILENO, settings.stdinName, &opened)) {
+    return Fail(input.IsOverLimit() ? "is larger than --stdin-limit allows" : std::strerror(errno),
+                answer);
+  }
+  {
+    const OwnedHandle handle(opened);
+    IdentifyHandle(opened, settings, answer);
+  }
+  if (settings.hasher == nullptr || answer.status == AnswerStatus::kError) return;
+  if (input.descriptor() < 0) return settings.hasher->HashMemory(input.memory(), answer.hashes);
+  const int error = settings.hasher->HashFile(input.descriptor(), answer.hashes);
+  if (error != 0) FailRead(std::strerror(error), answer);
 }
 
 }  // namespace
@@ -110,11 +210,15 @@ void Fail(std::string_view reason, Answer& answer) {
   answer.error = reason;
 }
 
-void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer) {
+void IdentifyHandle(IOHandle* handle, const IdentifySettings& settings, Answer& answer) {
   Reset(answer);
   FormatId id = kFormatUnknown;
   FIEvidence evidence{};
-  const uint32_t status = FIIdHandleEvidence(handle, flags, &id, &evidence);
+  uint32_t status = kFiOk;
+  PasswordRounds rounds(settings.passwords);
+  do {
+    status = FIIdHandleEvidence(handle, settings.flags, &id, &evidence);
+  } while (status == kFiWrongPassword && rounds.Next());
   answer.size = SizeOf(handle);
   // An answer that rests on what could be read before a fault would look like a sound one.
   if (const int32_t error = ReadError(handle); error != 0) {
@@ -132,26 +236,18 @@ void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer) {
   }
 }
 
-void IdentifyPath(const std::string& path, LinkUse links, uint32_t flags, Answer& answer) {
-  Reset(answer);
-  // The system would take the path up to there, which names another file.
-  if (path.find('\0') != std::string::npos) return Fail("the name holds a NUL byte", answer);
-  if (links == LinkUse::kNone && IsLink(path))
-    return Fail("is a symbolic link (not followed)", answer);
-  IOHandle* opened = nullptr;
-  if (IOOpen(&opened, kIoSourcePath, path.c_str(), 1) != kIoOk)
-    return FailOpen(path, errno, answer);
-  const OwnedHandle handle(opened);
-  IdentifyHandle(opened, flags, answer);
-}
-
-void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer) {
-  Reset(answer);
-  StandardInput input;
-  IOHandle* opened = nullptr;
-  if (!input.Open(STDIN_FILENO, name, &opened)) return Fail(std::strerror(errno), answer);
-  const OwnedHandle handle(opened);
-  IdentifyHandle(opened, flags, answer);
+void Identify(Job& job, const IdentifySettings& settings) {
+  Reset(job.answer);
+  switch (job.kind) {
+    case Job::Kind::kPath:
+      return IdentifyPath(job.path, settings, job.answer);
+    case Job::Kind::kBelow:
+      return IdentifyBelow(job, settings);
+    case Job::Kind::kStandardInput:
+      return IdentifyStandardInput(settings, job.answer);
+    case Job::Kind::kFault:
+      return Fail(job.fault, job.answer);
+  }
 }
 
 }  // namespace fi::app

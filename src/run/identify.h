@@ -3,29 +3,33 @@
 #define FI_RUN_IDENTIFY_H_
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "formatid/io.h"
 #include "run/answer.h"
+#include "run/job.h"
 
 namespace fi::app {
 
-enum class LinkUse {
-  kArguments,  // links that were named are followed, links met in directories are not
-  kAll,
-  kNone,
+class Hasher;
+class Passwords;
+
+struct IdentifySettings {
+  LinkUse links = LinkUse::kArguments;
+  uint32_t flags = 0;                    // of FIIdHandle
+  const Passwords* passwords = nullptr;  // nullptr: none
+  const Hasher* hasher = nullptr;        // nullptr: no hashes
+  int64_t largest = -1;                  // bytes of a file met in a directory; -1: any
+  uint64_t stdinLimit = 0;               // bytes of standard input that are taken in
+  const char* stdinName = nullptr;       // stands for the file name of standard input
 };
 
-// Each sets all of `answer`, keeping the room of its text; `flags` are those of FIIdHandle. What is
-// no regular file is not opened.
-void IdentifyPath(const std::string& path, LinkUse links, uint32_t flags, Answer& answer);
-
-// `name` stands for the file name of the data; nullptr when it has none.
-void IdentifyStandardInput(const char* name, uint32_t flags, Answer& answer);
+// Sets the answer of `job`, keeping the room of its texts, or `isSkipped`. What is no regular file
+// is not read. For several threads at once.
+void Identify(Job& job, const IdentifySettings& settings);
 
 // Identifies an open handle, which stays the caller's.
-void IdentifyHandle(IOHandle* handle, uint32_t flags, Answer& answer);
+void IdentifyHandle(IOHandle* handle, const IdentifySettings& settings, Answer& answer);
 
 // Makes `answer` an error of which nothing else is known.
 void Fail(std::string_view reason, Answer& answer);

@@ -13,13 +13,26 @@ namespace {
 constexpr char kDigits[] = "0123456789abcdef";
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 
-// `sequence` is a control character, whose last byte is its code point below U+00A0.
-void AppendControl(std::string_view sequence, std::string& out) {
-  const auto point = static_cast<uint8_t>(sequence.back());
-  if (AppendNamedEscape(sequence.back(), out)) return;
-  out += "\\u00";
-  out += kDigits[point >> 4];
-  out += kDigits[point & 15];
+void AppendUnit(uint32_t unit, std::string& out) {
+  out += "\\u";
+  for (int shift = 12; shift >= 0; shift -= 4) out += kDigits[unit >> shift & 15];
+}
+
+// Beyond U+FFFF as two surrogates.
+void AppendCode(std::string_view sequence, std::string& out) {
+  if (sequence.size() == 1 && AppendNamedEscape(sequence[0], out)) return;
+  const uint32_t point = CodePoint(sequence);
+  if (point < 0x10000) return AppendUnit(point, out);
+  AppendUnit(0xD800 + ((point - 0x10000) >> 10), out);
+  AppendUnit(0xDC00 + ((point - 0x10000) & 0x3FF), out);
+}
+
+// How many bytes at the start of `text` are printable ASCII that JSON takes as it is.
+size_t PlainLength(std::string_view text) {
+  const auto* end = std::find_if(text.begin(), text.end(), [](char c) {
+    return c < 0x20 || c >= 0x7F || c == '"' || c == '\\';
+  });
+  return static_cast<size_t>(end - text.begin());
 }
 
 }  // namespace
@@ -27,12 +40,17 @@ void AppendControl(std::string_view sequence, std::string& out) {
 void AppendJsonString(std::string_view text, std::string& out) {
   out += '"';
   while (!text.empty()) {
+    if (const size_t plain = PlainLength(text); plain != 0) {
+      out += text.substr(0, plain);
+      text.remove_prefix(plain);
+      continue;
+    }
     const size_t length = Utf8SequenceLength(text);
     const std::string_view sequence = text.substr(0, std::max<size_t>(length, 1));
     if (length == 0) {
       out += kReplacement;
-    } else if (IsControl(sequence)) {
-      AppendControl(sequence, out);
+    } else if (IsControl(sequence) || IsDeceptive(sequence)) {
+      AppendCode(sequence, out);
     } else {
       if (sequence == "\"" || sequence == "\\") out += '\\';
       out += sequence;

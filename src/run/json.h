@@ -8,7 +8,8 @@
 namespace fi::app {
 
 // Appends `text` as a JSON string. Bytes that are not UTF-8 become U+FFFD, one each; control
-// characters are escaped, so that a terminal may show the result.
+// characters and characters that deceive (IsDeceptive) are escaped, so that a terminal may show the
+// result.
 void AppendJsonString(std::string_view text, std::string& out);
 
 // The same, with null for an empty text.

@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "formatid/platform.h"
+
 namespace fi::app {
 namespace {
 
@@ -73,23 +75,47 @@ bool Passwords::ReadFile(const std::string& path, std::string& error) {
   return read;
 }
 
-PasswordAnswers::PasswordAnswers(const Passwords& passwords) : slot_{Answer, &passwords} {
-  (void)UTSetGlobalData(kUtDataPasswordCallback, &slot_);
+namespace {
+
+thread_local PasswordRounds* currentRounds = nullptr;
+
+uint32_t AnswerRequest(uint32_t code, FIPasswordRequest* request, uintptr_t, uintptr_t) noexcept {
+  if (code != kFiPasswordOfPackage || currentRounds == nullptr) return kDeclined;
+  const bool isGiven = currentRounds->Give(request->attempts, request->password, request->capacity);
+  return isGiven ? 0 : kDeclined;
 }
+
+// The library's global data points to a slot that holds the callback.
+FIPasswordCallback slot = AnswerRequest;
+
+}  // namespace
+
+PasswordAnswers::PasswordAnswers() { (void)UTSetGlobalData(kUtDataPasswordCallback, &slot); }
 
 PasswordAnswers::~PasswordAnswers() { (void)UTSetGlobalData(kUtDataPasswordCallback, nullptr); }
 
-uint32_t PasswordAnswers::Answer(uint32_t code, FIPasswordRequest* request, uintptr_t,
-                                 uintptr_t) noexcept {
-  void* item = nullptr;
-  if (code != kFiPasswordOfPackage) return kDeclined;
-  if (UTGetGlobalData(kUtDataPasswordCallback, &item) != 0 || item == nullptr) return kDeclined;
-  const std::vector<std::string_view>& lines = static_cast<const Slot*>(item)->passwords->lines();
-  if (request->attempts >= lines.size()) return kDeclined;
-  const std::string_view password = lines[request->attempts];
-  if (password.size() >= request->capacity) return kDeclined;
-  *std::copy(password.begin(), password.end(), request->password) = '\0';
-  return 0;
+PasswordRounds::PasswordRounds(const Passwords* passwords) : passwords_(passwords) {
+  if (passwords_ != nullptr) currentRounds = this;
+}
+
+PasswordRounds::~PasswordRounds() {
+  if (passwords_ != nullptr) currentRounds = nullptr;
+}
+
+bool PasswordRounds::Next() {
+  if (passwords_ == nullptr || passwords_->lines().size() - first_ <= kPerRound) return false;
+  first_ += kPerRound;
+  return true;
+}
+
+bool PasswordRounds::Give(size_t attempt, char* buffer, size_t capacity) {
+  const std::vector<std::string_view>& lines = passwords_->lines();
+  if (attempt >= kPerRound || attempt >= lines.size() - first_) return false;
+  const std::string_view password = lines[first_ + attempt];
+  if (password.size() >= capacity) return false;
+  *std::copy(password.begin(), password.end(), buffer) = '\0';
+  lastLine_ = static_cast<uint32_t>(first_ + attempt + 1);
+  return true;
 }
 
 }  // namespace fi::app

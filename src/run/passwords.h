@@ -3,12 +3,11 @@
 #define FI_RUN_PASSWORDS_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "formatid/platform.h"
 
 namespace fi::app {
 
@@ -41,27 +40,42 @@ class Passwords {
   std::vector<std::string_view> lines_;
 };
 
-// While it lives, the library is given the passwords when it meets an encrypted document: the first
-// one, and the next one each time it asks again. There is one at a time.
+// While it lives, the library finds passwords when it meets an encrypted document: those of the
+// PasswordRounds of the calling thread. There is one at a time.
 class PasswordAnswers {
  public:
-  explicit PasswordAnswers(const Passwords& passwords);  // borrowed
+  PasswordAnswers();
   PasswordAnswers(const PasswordAnswers&) = delete;
   PasswordAnswers& operator=(const PasswordAnswers&) = delete;
   ~PasswordAnswers();
+};
+
+// The passwords of one document. The library asks three times in one identification; each round
+// gives it the next three. What is asked for in the thread that made the object is its to answer.
+class PasswordRounds {
+ public:
+  // nullptr: there are none. Borrowed.
+  explicit PasswordRounds(const Passwords* passwords);
+  PasswordRounds(const PasswordRounds&) = delete;
+  PasswordRounds& operator=(const PasswordRounds&) = delete;
+  ~PasswordRounds();
+
+  // Moves to the next round. False when there is no further password.
+  bool Next();
+
+  // Stores the password of attempt `attempt` (from 0) of this round, with a NUL behind it. False
+  // when there is none or no room for it.
+  bool Give(size_t attempt, char* buffer, size_t capacity);
+
+  // Line of the password that was given last, from 1; 0: none was.
+  uint32_t lastLine() const { return lastLine_; }
 
  private:
-  // The library's global data points here, at the callback. It hands no context to the callback,
-  // which finds its passwords by the same address.
-  struct Slot {
-    FIPasswordCallback callback;
-    const Passwords* passwords;
-  };
+  static constexpr size_t kPerRound = 3;
 
-  static uint32_t Answer(uint32_t code, FIPasswordRequest* request, uintptr_t first,
-                         uintptr_t second) noexcept;
-
-  Slot slot_;
+  const Passwords* passwords_;
+  size_t first_ = 0;  // of the round
+  uint32_t lastLine_ = 0;
 };
 
 }  // namespace fi::app

@@ -4,11 +4,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <memory>
+#include <span>
 #include <vector>
 
 #include "formatid/io.h"
+#include "run/temporary_file.h"
 
 namespace fi::app {
 
@@ -18,20 +18,29 @@ class StandardInput {
   // What a pipe delivers stays in memory up to this many bytes and goes to a temporary file beyond.
   static constexpr size_t kMemoryLimit = size_t{16} << 20;
 
+  // `limit`: bytes that are taken in at most.
+  explicit StandardInput(uint64_t limit) : limit_(limit) {}
+
   // A regular file that stands at its start is read where it lies; anything else is read to its end
   // first. `name` may be nullptr. False, with errno set, when it cannot be read.
   bool Open(int descriptor, const char* name, IOHandle** handle);
 
- private:
-  struct FileCloser {
-    void operator()(std::FILE* file) const { (void)std::fclose(file); }
-  };
+  // Open failed because there is more than the limit.
+  bool IsOverLimit() const { return isOverLimit_; }
 
+  // Where the data are, once open: a descriptor, or, where that is -1, the memory.
+  int descriptor() const { return descriptor_; }
+  std::span<const uint8_t> memory() const { return memory_; }
+
+ private:
   bool Spool(int descriptor);
   bool StartFile();
 
+  uint64_t limit_;
+  bool isOverLimit_ = false;
+  int descriptor_ = -1;
   std::vector<uint8_t> memory_;
-  std::unique_ptr<std::FILE, FileCloser> file_;  // unlinked; its stream buffer is not used
+  TemporaryFile file_;
 };
 
 }  // namespace fi::app

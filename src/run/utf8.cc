@@ -1,6 +1,7 @@
 #include "run/utf8.h"
 
-#include <cstdint>
+#include <algorithm>
+#include <iterator>
 
 namespace fi::app {
 namespace {
@@ -34,6 +35,32 @@ bool IsUtf8(std::string_view bytes) {
     bytes.remove_prefix(length);
   }
   return true;
+}
+
+uint32_t CodePoint(std::string_view sequence) {
+  const uint32_t lead = ByteAt(sequence, 0);
+  if (sequence.size() == 1) return lead;
+  uint32_t point = lead & (0x7Fu >> sequence.size());
+  for (const char c : sequence.substr(1)) point = point << 6 | (static_cast<uint8_t>(c) & 0x3F);
+  return point;
+}
+
+bool IsDeceptive(std::string_view sequence) {
+  // Soft hyphen, Arabic letter mark, Hangul fillers, Mongolian vowel separator and variation
+  // selectors, zero widths and marks, separators and embeddings, invisible operators and isolates,
+  // variation selectors, byte-order mark, interlinear annotations, tags.
+  struct Range {
+    uint32_t first, last;
+  };
+  constexpr Range kRanges[] = {{0xAD, 0xAD},     {0x61C, 0x61C},   {0x115F, 0x1160},
+                               {0x180B, 0x180F}, {0x200B, 0x200F}, {0x2028, 0x202E},
+                               {0x2060, 0x206F}, {0x3164, 0x3164}, {0xFEFF, 0xFEFF},
+                               {0xFFA0, 0xFFA0}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE0FFF}};
+  if (sequence.size() < 2) return false;
+  const uint32_t point = CodePoint(sequence);
+  return std::any_of(std::begin(kRanges), std::end(kRanges), [point](const Range& range) {
+    return point >= range.first && point <= range.last;
+  });
 }
 
 bool IsControl(std::string_view sequence) {

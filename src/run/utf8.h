@@ -3,6 +3,7 @@
 #define FI_RUN_UTF8_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace fi::app {
@@ -16,6 +17,13 @@ bool IsUtf8(std::string_view bytes);
 // True for U+0000..U+001F and U+007F..U+009F, given by its whole sequence: what a terminal may
 // obey.
 bool IsControl(std::string_view sequence);
+
+// True for what would let a name read as another: zero-width characters, bidirectional controls,
+// line and paragraph separators, the byte-order mark and tag characters. `sequence` is whole.
+bool IsDeceptive(std::string_view sequence);
+
+// The code point of a whole sequence.
+uint32_t CodePoint(std::string_view sequence);
 
 }  // namespace fi::app
 

@@ -472,6 +472,8 @@ uint16_t BasisOfSupplementRow(uint16_t row) { return BasisOfTableRow(kTable, row
 
 size_t SupplementRows() { return kPrograms; }
 
+std::span<const uint8_t> SupplementBytes() { return kTable.bytes; }
+
 const uint8_t* SupplementProgram(uint16_t row) {
   return kTable.bytes.data() + kTable.starts[row - 1];
 }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "signature/signature_walk.h"
 
@@ -19,6 +20,9 @@ uint16_t BasisOfSupplementRow(uint16_t row);
 // How many rows the table has, each alternative counted, and the program (opcodes.h) of one.
 // REQUIRES: row is the number of a row, from 1.
 size_t SupplementRows();
+
+// The encoded rows, one behind the other.
+std::span<const uint8_t> SupplementBytes();
 const uint8_t* SupplementProgram(uint16_t row);
 
 }  // namespace fi

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "api/extension.h"
-#include "api/protected_formats.h"
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
 #include "tests/support/bytes.h"
@@ -64,19 +63,6 @@ TEST(Extension, OfFileNames) {
   MemoryHandle nameless("", "x.doc");
   nameless.hasName = false;
   EXPECT_STREQ(ReadExtension(&nameless).data(), "");
-}
-
-TEST(ProtectedFormats, Rows) {
-  struct Case {
-    FormatId id;
-    FormatId expected;
-  };
-  const Case cases[] = {
-      {1126, 1317}, {1186, 1317}, {1082, 1316}, {1311, 1316}, {1312, 1458},
-      {1313, 1458}, {1314, 1316}, {1436, 1458}, {1451, 1458}, {1456, 1459},
-      {1600, 1642}, {1637, 1643}, {1819, 1316}, {4025, 1316}, {1999, 1316},
-  };
-  for (const Case& test : cases) EXPECT_EQ(ProtectedFormat(test.id), test.expected) << test.id;
 }
 
 TEST(Driver, FlagsDecideWhatUnmatchedFilesAreCalled) {

@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -225,6 +226,13 @@ TEST_F(Command, EndsWithTheOutput) {
   EXPECT_EQ(full.errors, "formatid: standard output: No space left on device\n");
   EXPECT_EQ(full.exitCode, 2);
   EXPECT_EQ(Run({"a.png"}, "", [] { ::close(STDOUT_FILENO); }).exitCode, 2);
+
+  const Outcome limited = Run({"-f", "-"}, list, [] {
+    const rlimit limit = {100'000, 100'000};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  });
+  EXPECT_EQ(limited.errors, "formatid: standard output: File too large\n");
+  EXPECT_EQ(limited.exitCode, 2);
 }
 
 TEST_F(Command, AlignsOnATerminal) {
@@ -268,10 +276,106 @@ TEST_F(Command, ListsTheFormats) {
   EXPECT_EQ(lines(json), lines(csv) + 1);  // two brackets against one head
 }
 
+// However long single reads take, and however many files are read at a time, the output is the
+// same.
+TEST_F(Command, WritesTheSameForAnyNumberOfJobs) {
+  std::string list;
+  for (int i = 0; i < 700; ++i) {
+    const std::string name = "many/" + std::to_string(i % 7) + "/" + std::to_string(i);
+    Write(name, i % 3 == 0 ? gif_ : i % 3 == 1 ? "%PDF-1.4\n%%EOF\n" : "some text\n");
+    list += name + "\nnone\n";
+  }
+  const auto slowly = [] {
+    ::setenv("LD_PRELOAD", FORMATID_SLOW_READS, 1);
+    ::setenv("FORMATID_READ_DELAY", "random 1000", 1);
+  };
+  const std::string walked = Run({"--json", "-j1", "-r", "many"}).output;
+  const std::string listed = Run({"--jsonl", "-j1", "-f", "-"}, list).output;
+  EXPECT_EQ(std::count(walked.begin(), walked.end(), '\n'), 702);
+  EXPECT_EQ(std::count(listed.begin(), listed.end(), '\n'), 1400);
+  for (const char* jobs : {"-j2", "-j8", "-j64"}) {
+    EXPECT_EQ(Run({"--json", jobs, "-r", "many"}, "", slowly).output, walked) << jobs;
+    EXPECT_EQ(Run({"--jsonl", jobs, "-f", "-"}, list, slowly).output, listed) << jobs;
+  }
+  const auto sorted = [](const std::string& all) {
+    std::istringstream stream(all);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    std::sort(lines.begin(), lines.end());
+    return lines;
+  };
+  const Outcome unordered = Run({"--jsonl", "--unordered", "-j8", "-f", "-"}, list, slowly);
+  EXPECT_EQ(sorted(unordered.output), sorted(listed));
+  EXPECT_EQ(unordered.exitCode, 1);
+}
+
+// What was answered before is written, and the exit code tells that something is missing.
+TEST_F(Command, SaysSoWhenMemoryRunsOut) {
+  if (FORMATID_IS_SANITIZED) GTEST_SKIP() << "a sanitizer takes more memory than the limit";
+  const auto limited = [] {
+    const rlimit limit = {rlim_t{24} << 20, rlim_t{24} << 20};
+    ::setrlimit(RLIMIT_AS, &limit);
+  };
+  const Outcome outcome = Run({"--id", "a.png", "-", "b.txt"}, std::string(15 << 20, 'x'), limited);
+  EXPECT_EQ(outcome.output, "a.png: 1574\n");
+  EXPECT_EQ(outcome.errors, "formatid: out of memory\n");
+  EXPECT_EQ(outcome.exitCode, 2);
+}
+
+TEST_F(Command, WalksAHugeFolderInLittleMemory) {
+  if (FORMATID_IS_SANITIZED) GTEST_SKIP() << "a sanitizer takes more memory than the limit";
+  constexpr int kFiles = 20'000;
+  std::filesystem::create_directories(PathOf("huge"));
+  const int folder = ::open(PathOf("huge").c_str(), O_RDONLY | O_DIRECTORY);
+  const std::string tail(230, 'n');
+  Write("huge/first", "");
+  for (int i = 0; i < kFiles; ++i) {
+    // Links to one file: the names are what counts.
+    const std::string name = std::to_string((i * 7919) % kFiles) + tail;
+    ASSERT_EQ(::linkat(folder, "first", folder, name.c_str(), 0), 0) << i;
+  }
+  ::close(folder);
+  const auto limited = [] {
+    const rlimit limit = {rlim_t{24} << 20, rlim_t{24} << 20};  // the names alone take 5 MB
+    ::setrlimit(RLIMIT_AS, &limit);
+  };
+  const Outcome outcome = Run({"--format", "{path}", "-r", "huge"}, "", limited);
+  EXPECT_EQ(outcome.errors, "");
+  EXPECT_EQ(outcome.exitCode, 0);
+  EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), kFiles + 1);
+  std::istringstream lines(outcome.output);
+  std::string before;
+  for (std::string line; std::getline(lines, line); before = line) {
+    ASSERT_LT(before, line);
+  }
+}
+
+TEST_F(Command, EndsAfterWholeRecordsOnASignal) {
+  std::string list;
+  for (int i = 0; i < 3000; ++i) list += "a.png\n";
+  for (const int signal : {SIGINT, SIGTERM}) {
+    const Outcome outcome = Run({"--json", "-j2", "-f", "-"}, list, [signal] {
+      ::setenv("LD_PRELOAD", FORMATID_SLOW_READS, 1);
+      ::setenv("FORMATID_READ_DELAY", "5000", 1);
+      const pid_t self = ::getpid();
+      if (::fork() != 0) return;
+      ::usleep(1'500'000);
+      ::kill(self, signal);
+      ::_exit(0);
+    });
+    EXPECT_EQ(outcome.exitCode, 1000 + signal);
+    EXPECT_TRUE(outcome.output.starts_with("[\n{\"schema\":1")) << outcome.output.substr(0, 40);
+    EXPECT_TRUE(outcome.output.ends_with("}\n]\n"));
+    EXPECT_LT(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 3002);
+  }
+}
+
 // Every option that the help names is one that the command takes.
 TEST_F(Command, HelpNamesOptionsThatExist) {
   EXPECT_TRUE(Run({"--version"}).output.starts_with("formatid "));
   const std::string help = Run({"--help"}).output;
+  std::istringstream lines(help);
+  for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
   size_t options = 0;
   for (size_t at = help.find(" --"); at != std::string::npos; at = help.find(" --", at + 1)) {
     const size_t end = help.find_first_not_of("abcdefghijklmnopqrstuvwxyz0-", at + 1);
@@ -279,7 +383,7 @@ TEST_F(Command, HelpNamesOptionsThatExist) {
     if (option == "--") continue;
     ++options;
     const std::string errors = Run({option}).errors;
-    EXPECT_EQ(errors.find("not expected"), std::string::npos) << option << ": " << errors;
+    EXPECT_EQ(errors.find("there is no option"), std::string::npos) << option << ": " << errors;
   }
   EXPECT_GE(options, 24u);
 }

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <thread>
 
 #include "cli/catalogue.h"
 #include "cli/report.h"
@@ -15,6 +16,7 @@
 #include "run/identify.h"
 #include "run/json.h"
 #include "run/passwords.h"
+#include "run/shell_quote.h"
 #include "run/utf8.h"
 #include "tests/support/samples.h"
 
@@ -32,7 +34,7 @@ TEST(Encoding, AgreesWithTheSamples) {
   const std::map<std::string, void (*)(std::string_view, std::string&)> functions = {
       {"escape", AppendEscaped},         {"utf8", AppendLength},        {"base64", AppendBase64},
       {"json string", AppendJsonString}, {"json text", AppendJsonText}, {"csv", AppendCsvField},
-      {"json list", AppendJsonList}};
+      {"json list", AppendJsonList},     {"csv cell", AppendCsvCell},   {"shell", AppendShellWord}};
   for (const Sample& each : testing::ReadSamples("encoding.txt", 3)) {
     std::string out = "<";  // what stood there before is kept
     functions.at(each.columns[0])(SampleBytes(each.columns[1]), out);
@@ -63,7 +65,8 @@ TEST(Report, AgreesWithTheSamples) {
       style.field = fields.at(each.columns[1]);
     }
     const Answer& answer = each.columns[0] == "jpeg" ? jpeg : encrypted;
-    const std::string record(Report(style).Record(SampleBytes(each.columns[3]), answer));
+    std::string record;
+    Report(style).AppendRecord(SampleBytes(each.columns[3]), 1, answer, record);
     EXPECT_NE(record.find(SampleBytes(each.columns[4])), record.npos) << each.place << record;
   }
 }
@@ -91,29 +94,40 @@ TEST(Passwords, AreOneALine) {
   }
 }
 
-// What the library's side sees: no byte beyond its buffer, and an answer to its own code alone.
+// What the library's side sees: no byte beyond its buffer, an answer to its own code alone, three
+// passwords a round, and each thread those of its own document.
 TEST(Passwords, AnswerWithinTheRoomOfTheRequest) {
   Passwords passwords;
-  ASSERT_EQ(Read("first\n\nthird", passwords), "");
+  ASSERT_EQ(Read("first\n\nthird\nfourth", passwords), "");
   void* item = nullptr;
   {
-    const PasswordAnswers answers(passwords);
+    const PasswordAnswers answers;
     UTGetGlobalData(kUtDataPasswordCallback, &item);
     ASSERT_NE(item, nullptr);
     const FIPasswordCallback ask = *static_cast<const FIPasswordCallback*>(item);
     const struct {
+      int round;
       uint32_t code;
       uint32_t attempts;
       uint32_t capacity;
       const char* expected;  // null: declined
+      uint32_t line;
     } cases[] = {
-        {kFiPasswordOfPackage, 0, 8, "first"},     {kFiPasswordOfPackage, 1, 1, ""},
-        {kFiPasswordOfPackage, 2, 6, "third"},     {kFiPasswordOfPackage, 3, 8, nullptr},
-        {kFiPasswordOfPackage, 0, 5, nullptr},     {kFiPasswordOfPackage, 1, 0, nullptr},
-        {kFiPasswordOfPackage + 1, 0, 8, nullptr},
+        {0, kFiPasswordOfPackage, 0, 8, "first", 1},
+        {0, kFiPasswordOfPackage, 1, 1, "", 2},
+        {0, kFiPasswordOfPackage, 2, 6, "third", 3},
+        {0, kFiPasswordOfPackage, 3, 8, nullptr, 3},
+        {0, kFiPasswordOfPackage, 0, 5, nullptr, 3},
+        {0, kFiPasswordOfPackage, 1, 0, nullptr, 3},
+        {0, kFiPasswordOfPackage + 1, 0, 8, nullptr, 3},
+        {1, kFiPasswordOfPackage, 0, 8, "fourth", 4},
+        {1, kFiPasswordOfPackage, 1, 8, nullptr, 4},
     };
+    PasswordRounds rounds(&passwords);
+    int round = 0;
     for (const auto& each : cases) {
       SCOPED_TRACE(std::to_string(each.attempts) + " " + std::to_string(each.capacity));
+      for (; round < each.round; ++round) ASSERT_TRUE(rounds.Next());
       std::string buffer(9, '#');
       FIPasswordRequest request{sizeof(request), each.capacity, buffer.data(), nullptr,
                                 each.attempts};
@@ -121,7 +135,14 @@ TEST(Passwords, AnswerWithinTheRoomOfTheRequest) {
       std::string expected = each.expected != nullptr ? each.expected + std::string(1, '\0') : "";
       expected.resize(9, '#');
       EXPECT_EQ(buffer, expected);
+      EXPECT_EQ(rounds.lastLine(), each.line);
     }
+    EXPECT_FALSE(rounds.Next());
+    std::thread([&] {
+      std::string buffer(9, '#');
+      FIPasswordRequest request{sizeof(request), 8, buffer.data(), nullptr, 0};
+      EXPECT_NE(ask(kFiPasswordOfPackage, &request, 0, 0), 0u);
+    }).join();
   }
   ASSERT_EQ(UTGetGlobalData(kUtDataPasswordCallback, &item), 0u);
   EXPECT_EQ(item, nullptr);

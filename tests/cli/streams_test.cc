@@ -57,7 +57,7 @@ TEST(PathList, SplitsWhateverThePieces) {
     Pipe pipe;
     for (const std::string& piece : each.pieces) pipe.Write(piece);
     pipe.CloseWriter();
-    PathList list(pipe.ends[0], each.terminator);
+    PathList list(pipe.ends[0], each.terminator, [] { return true; });
     std::vector<std::string> found;
     std::string path;
     while (list.Next(path) == ListStep::kPath) found.push_back(path);
@@ -67,13 +67,13 @@ TEST(PathList, SplitsWhateverThePieces) {
 
 TEST(PathList, DeliversWhatArrivedAndTellsFaults) {
   Pipe pipe;
-  PathList list(pipe.ends[0], '\n');
+  PathList list(pipe.ends[0], '\n', [] { return true; });
   std::string path;
   pipe.Write("first\nsec");  // the writer stays open: waiting for more would hang
   EXPECT_EQ(list.Next(path), ListStep::kPath);
   EXPECT_EQ(path, "first");
 
-  PathList broken(pipe.ends[1], '\n');
+  PathList broken(pipe.ends[1], '\n', [] { return true; });
   EXPECT_EQ(broken.Next(path), ListStep::kFault);
   EXPECT_EQ(errno, EBADF);
 }

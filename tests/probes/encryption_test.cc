@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <map>
 #include <sstream>
 #include <string>
 
@@ -123,18 +122,6 @@ TEST(EncryptedPackage, Samples) {
       EXPECT_EQ(handle.openedFlags.size(), handle.closes);
       EXPECT_EQ(handle.closedEarly, 0u);
     }
-  }
-}
-
-TEST(MapDecryptedId, EveryIdentifier) {
-  std::map<int, int> rows;
-  for (const Sample& sample : ReadSamples("decrypted_ids.txt", 2)) {
-    std::istringstream contents(sample.columns[1]);
-    for (int content = 0; contents >> content;) rows[content] = sample.Number(0);
-  }
-  for (int id = 0; id <= 0xFFFF; ++id) {
-    const int expected = rows.contains(id) ? rows[id] : 1819;
-    ASSERT_EQ(MapDecryptedId(static_cast<FormatId>(id)), expected) << id;
   }
 }
 

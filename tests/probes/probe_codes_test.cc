@@ -4,8 +4,14 @@
 
 #include <string>
 
+#include "probes/keys/openpgp_packets.h"
+#include "probes/media/riff.h"
+#include "registry/format_ids.h"
 #include "signature/probe_lookup.h"
+#include "stream/id_stream.h"
+#include "tests/support/memory_handle.h"
 #include "tests/support/probe_run.h"
+#include "tests/support/samples.h"
 
 namespace fi {
 namespace {
@@ -80,6 +86,27 @@ TEST(ProbeCodes, HaveTheirAnswers) {
   };
   for (const auto& test : probes) {
     testing::ExpectSamples("probes/" + std::string(test.file) + ".txt", ByCode(test.code));
+  }
+}
+
+// A packet whose end wraps to the start where positions have 32 bits, and there finds a packet.
+TEST(OpenPgp, LengthsDoNotWrap) {
+  for (const bool has64Bit : {true, false}) {
+    testing::MemoryHandle handle(testing::SampleBytes("9A FF FF FF FB 04 43 49 73 C5 01 00*20"));
+    handle.has64Bit = has64Bit;
+    const ScopedStream stream(&handle);
+    EXPECT_EQ(OpenPgpProbe(stream.get()), kNoMatch);
+  }
+}
+
+// A form whose size was left open asks for no end of the file, which such handles may not know.
+TEST(Riff, OpenSizesNeedNoSizeOfTheFile) {
+  for (const char* size : {"00", "FF"}) {
+    testing::MemoryHandle handle(
+        testing::SampleBytes(std::string("'RIFF' ") + size + "*4 'QLCMfmt '"));
+    handle.failingSeek = 2;  // the first goes to the start
+    const ScopedStream stream(&handle);
+    EXPECT_EQ(RiffProbe(stream.get()), kFormatRiff) << size;
   }
 }
 

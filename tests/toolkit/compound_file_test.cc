@@ -19,6 +19,7 @@
 #include "tests/support/open_handle.h"
 #include "tests/support/samples.h"
 #include "toolkit/io/positioned_handle.h"
+#include "toolkit/memory/little_endian.h"
 
 namespace fi::testing {
 namespace {
@@ -99,6 +100,29 @@ TEST(CompoundFile, FindsNamesWhateverTheTree) {
       EXPECT_EQ(child == nullptr ? "" : NameOf(child.get()), found);
     }
   }
+}
+
+// Siblings as a list, which a search follows for so many steps and no further.
+TEST(CompoundFile, SearchesEndAtTheLimitOfSiblings) {
+  constexpr uint32_t kLimit = 1024;
+  constexpr size_t kEntry = 128;
+  std::vector<Node> nodes;
+  for (uint32_t i = 0; i <= kLimit; ++i) {
+    const std::string digits = std::to_string(10000 + i);
+    nodes.push_back(Stream({digits.begin(), digits.end()}, "x"));
+  }
+  std::string image = WriteCompoundFile(nodes);
+  const size_t sector = static_cast<uint8_t>(image[48]) | static_cast<uint8_t>(image[49]) << 8;
+  const size_t directory = (sector + 1) * kSector;
+  image.replace(directory + 76, 4, Word(1));
+  for (uint32_t i = 1; i <= kLimit + 1; ++i) {
+    const uint32_t right = i <= kLimit ? i + 1 : UINT32_MAX;
+    image.replace(directory + i * kEntry + 68, 8, Word(UINT32_MAX) + Word(right));
+  }
+  const io::OwnedHandle file = OpenMemory(image);
+  int32_t result = 0;
+  EXPECT_NE(OpenChild(file.get(), kIoSourceStorageStream, "11023", &result), nullptr);
+  EXPECT_EQ(OpenChild(file.get(), kIoSourceStorageStream, "11024", &result), nullptr);
 }
 
 TEST(CompoundFile, StoragesHaveClassesAndChildren) {
@@ -379,6 +403,159 @@ TEST(CompoundFile, FortyThousandEntriesAreNotReadWhole) {
     EXPECT_EQ(OpenStream(&file, name), nullptr) << name;
   }
   EXPECT_LE(file.reads, 160u);
+}
+
+// What a storage of a few names answers by its tree alone: as it is searched first, and then,
+// unless it is known to be in order, gone through from left to right.
+class PlainSearch {
+ public:
+  explicit PlainSearch(const std::string& image) : image_(image) {
+    const auto* header = reinterpret_cast<const uint8_t*>(image.data());
+    at_ = (LoadLE32(header + 48) + 1) * kSector;
+    (void)Entry(0, &entry_);
+    root_ = entry_.child;
+  }
+
+  // The number of the entry, whatever its kind.
+  std::optional<uint32_t> Find(const std::string& narrow) {
+    storage::EntryName name;
+    if (!storage::EntryName::Widen(narrow.c_str(), &name)) return std::nullopt;
+    uint32_t id = root_;
+    for (uint32_t looked = 0; looked < storage::kMaxSiblings && Entry(id, &entry_); ++looked) {
+      const int order = CompareNames(name, entry_.name);
+      if (order == 0) return id;
+      id = order < 0 ? entry_.left : entry_.right;
+    }
+    if (isKept_) return std::nullopt;
+    std::vector<uint32_t> path;
+    std::optional<storage::EntryName> previous;
+    bool inOrder = true;
+    uint32_t met = 0;
+    for (id = root_;; id = entry_.right) {
+      for (; met < storage::kMaxSiblings && Entry(id, &entry_); ++met, id = entry_.left) {
+        path.push_back(id);
+      }
+      if (path.empty()) break;
+      id = path.back();
+      path.pop_back();
+      (void)Entry(id, &entry_);
+      if (CompareNames(name, entry_.name) == 0) return id;
+      inOrder &=
+          previous.has_value() ? CompareNames(*previous, entry_.name) < 0 : entry_.name.length > 0;
+      previous = entry_.name;
+    }
+    if (!isKnown_) isKept_ = inOrder;
+    isKnown_ = true;
+    return std::nullopt;
+  }
+
+ private:
+  bool Entry(uint32_t id, storage::DirectoryEntry* entry) {
+    const size_t at = at_ + size_t{id} * storage::kEntrySize;
+    if (id == storage::kNoEntry || at > image_.size() - storage::kEntrySize) return false;
+    *entry = storage::ParseEntry(reinterpret_cast<const uint8_t*>(image_.data()) + at, false);
+    return entry->kind != storage::EntryKind::kUnused;
+  }
+
+  const std::string& image_;
+  size_t at_;
+  uint32_t root_;
+  storage::DirectoryEntry entry_;
+  bool isKnown_ = false;
+  bool isKept_ = false;
+};
+
+// Compares answers on names that are there, on those that differ in case, and on others, in several
+// orders: what is remembered must not show.
+void ExpectAnswersOfPlainSearch(const std::string& image, uint32_t names, uint32_t seed) {
+  const io::OwnedHandle file = OpenMemory(image);
+  PlainSearch plain(image);
+  for (uint32_t i = 0; i < 60; ++i) {
+    seed = seed * 1664525 + 1013904223;
+    std::string name = std::to_string(1000 + (seed >> 8) % (names + 3));
+    name[0] = static_cast<char>(0xD0 | (seed >> 26 & 0x20));  // a letter of Latin-1 in both cases
+    const std::optional<uint32_t> expected = plain.Find(name);
+    const io::OwnedHandle stream = OpenStream(file.get(), name.c_str());
+    ASSERT_EQ(stream != nullptr, expected.has_value()) << name;
+    if (stream != nullptr) {
+      EXPECT_EQ(ReadFrom(stream.get(), 0, 100), std::to_string(*expected)) << name;
+    }
+  }
+}
+
+// Trees in which links, names and uses are changed at random, so that they lose entries, repeat
+// them, run into themselves or are out of order.
+TEST(CompoundFile, IndexAnswersAsTheTreeDoes) {
+  for (uint32_t seed = 1; seed < 400; ++seed) {
+    const uint32_t count = seed % 29 + 1;
+    std::vector<Node> nodes;
+    for (uint32_t i = 0; i < count; ++i) {
+      const std::string digits = std::to_string(1000 + i).substr(1);
+      nodes.push_back(
+          Stream(u"\u00D0" + std::u16string(digits.begin(), digits.end()), std::to_string(i + 1)));
+    }
+    std::string image = WriteCompoundFile(nodes);
+    const auto* header = reinterpret_cast<const uint8_t*>(image.data());
+    const size_t directory = (LoadLE32(header + 48) + 1) * kSector;
+    uint32_t random = seed * 7919;
+    for (uint32_t changes = seed % 5; changes > 0; --changes) {
+      random = random * 1664525 + 1013904223;
+      const uint32_t entry = (random >> 24) % count + 1;
+      const size_t at = directory + size_t{entry} * storage::kEntrySize;
+      const uint32_t other = (random >> 16 & 0xFF) % (count + 2);
+      switch (random >> 12 & 3) {
+        case 0:
+          image.replace(at + 68, 4, Word(other));
+          break;
+        case 1:
+          image.replace(at + 72, 4, Word(other));
+          break;
+        case 2:
+          image[at + 6] = static_cast<char>('0' + other % 10);
+          break;
+        default:
+          if (other % 4 == 0) image[at + 66] = 0;
+      }
+    }
+    SCOPED_TRACE(seed);
+    ExpectAnswersOfPlainSearch(image, count, seed);
+    if (HasFatalFailure()) return;
+  }
+}
+
+// More entries than are gone through: those behind the limit are found by the tree all the same.
+TEST(CompoundFile, IndexOfAPartIsNotBelieved) {
+  std::vector<Node> nodes;
+  for (uint32_t i = 0; i < storage::kMaxSiblings + 200; ++i) {
+    const std::string name = "X" + std::to_string(10000 + i).substr(1);
+    nodes.push_back(Stream({name.begin(), name.end()}, ""));
+  }
+  for (const size_t count : {nodes.size(), size_t{storage::kMaxSiblings}, nodes.size() / 2}) {
+    nodes.resize(count);
+    const std::string image = WriteCompoundFile(nodes);
+    const io::OwnedHandle file = OpenMemory(image);
+    EXPECT_EQ(OpenStream(file.get(), "absent"), nullptr);
+    for (const Node& node : nodes) {
+      const std::string name(node.name.begin(), node.name.end());
+      EXPECT_NE(OpenStream(file.get(), name.c_str()), nullptr) << name;
+    }
+  }
+}
+
+// Once a name was not there, others that are not cost no look at the directory.
+TEST(CompoundFile, NamesThatAreNotThereCostOnePass) {
+  std::vector<Node> nodes;
+  for (int i = 100; i < 800; ++i) {
+    const std::string digits = std::to_string(i);
+    nodes.push_back(Stream({digits.begin(), digits.end()}, ""));
+  }
+  CountedFile file(WriteCompoundFile(nodes));
+  EXPECT_EQ(OpenStream(&file, "absent"), nullptr);
+  file.reads = 0;
+  for (int i = 1000; i < 1100; ++i) {
+    EXPECT_EQ(OpenStream(&file, std::to_string(i).c_str()), nullptr);
+  }
+  EXPECT_EQ(file.reads, 0u);
 }
 
 }  // namespace

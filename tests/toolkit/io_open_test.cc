@@ -125,6 +125,8 @@ TEST_F(IoOpen, WidePaths) {
       {u"missing", kIoNotFound},
       {std::u16string(u"\xD83D", 1), kIoError},        // a high surrogate alone
       {std::u16string(u"\xDE00\xDE00", 2), kIoError},  // two low ones
+      {std::u16string(u"\xD83D\xE000", 2), kIoError},  // a high one, then what stands above the low
+      {std::u16string(u"\xD83D\xDBFF", 2), kIoError},  // a high one, then what stands below them
       {std::u16string(5000, u'x'), kIoError},          // longer than any path
   };
   for (const auto& [name, result] : cases) {

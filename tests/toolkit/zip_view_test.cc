@@ -97,6 +97,23 @@ TEST(ZipView, WideAndStreamedPackages) {
   }
 }
 
+// The extra field of ZIP64 holds those numbers alone that the entry itself has no room for: here
+// the offset, and behind it nothing that counts.
+TEST(ZipView, WideNumbersStandForThoseElsewhereOnly) {
+  const std::string bytes =
+      Changed(ZipWriter()
+                  .Add("b", "bb", {.method = 0})
+                  .Add("a", "data", {.method = 0, .zip64 = true})
+                  .Finish(),
+              "C1+20:0400000004000000 C1+51:2100000000000000'xxxxxxxxxxxxxxxx'");
+  MemoryHandle file(bytes);
+  const io::OwnedHandle view = OpenPackage(&file);
+  ASSERT_NE(view, nullptr);
+  const io::OwnedHandle member = OpenMember(view.get(), "a");
+  ASSERT_NE(member, nullptr);
+  EXPECT_EQ(ReadFrom(member.get(), 0, 100), "data");
+}
+
 TEST(ZipView, CostsAReadOfTheTailAndOnePerMember) {
   ZipWriter writer;
   for (char c = 'a'; c < 'u'; ++c) {

@@ -1,6 +1,7 @@
 #include "properties/image/tiff.h"
 
-#include <optional>
+#include <iterator>
+#include <string_view>
 
 #include "properties/record/short_text.h"
 #include "stream/file_bytes.h"
@@ -8,30 +9,61 @@
 namespace fi {
 namespace {
 
-constexpr uint16_t kDngVersion = 50706;
-constexpr uint16_t kBytes = 1;  // the type of a field of bytes
-
 // Entries of the first directory that are looked at. Real directories hold some tens.
 constexpr uint32_t kMaxEntries = 256;
 
-// Four bytes of the DNG version, which stand in the field itself.
-std::optional<uint32_t> DngVersionIn(IdentificationStream* stream, bool isBigEndian) {
-  const auto word = [&] {
-    return isBigEndian ? IdStreamGetWordBE(stream) : IdStreamGetWordLE(stream);
-  };
-  const int32_t count = word();
-  for (int32_t i = 0; i < count && static_cast<uint32_t>(i) < kMaxEntries; ++i) {
-    const int32_t tag = word();
-    const int32_t type = word();
-    uint32_t values = 0;
-    const int32_t read =
-        isBigEndian ? IdStreamGetDwordBE(stream, &values) : IdStreamGetDwordLE(stream, &values);
-    uint32_t value = 0;
-    if (read != 0 || IdStreamGetDwordBE(stream, &value) != 0) return std::nullopt;
-    if (tag == kDngVersion && type == kBytes && values == 4) return value;
+// Tags that make a TIFF file one of another kind, the more specific first.
+constexpr struct {
+  uint16_t tag;
+  std::string_view profile;
+} kKinds[] = {
+    {50706, "DNG"},      // DNGVersion
+    {37398, "TIFF/EP"},  // TIFF/EPStandardID
+    {33421, "CFA"},      // CFARepeatPatternDim: the picture of a camera's sensor
+    {34735, "GeoTIFF"},  // GeoKeyDirectory
+    {34665, "Exif"},     // Exif IFD
+};
+
+class Directory {
+ public:
+  // Reads the entries at the stream's position.
+  Directory(IdentificationStream* stream, bool isBigEndian) {
+    const auto word = [&] {
+      return isBigEndian ? IdStreamGetWordBE(stream) : IdStreamGetWordLE(stream);
+    };
+    const int32_t count = word();
+    isReadable_ = count > 0;
+    for (int32_t i = 0; i < count && static_cast<uint32_t>(i) < kMaxEntries; ++i) {
+      const int32_t tag = word();
+      uint32_t value = 0;
+      if (tag < 0 || IdStreamSkip(6, stream) != 0 || IdStreamGetDwordBE(stream, &value) != 0) {
+        isReadable_ = i > 0;
+        return;
+      }
+      Take(static_cast<uint16_t>(tag), value);
+    }
   }
-  return std::nullopt;
-}
+
+  bool isReadable() const { return isReadable_; }
+  // Empty for plain TIFF.
+  std::string_view profile() const {
+    return rank_ < std::size(kKinds) ? kKinds[rank_].profile : "";
+  }
+  // The four bytes of DNGVersion.
+  uint32_t dngVersion() const { return dngVersion_; }
+
+ private:
+  void Take(uint16_t tag, uint32_t value) {
+    for (size_t i = 0; i < rank_; ++i) {
+      if (kKinds[i].tag == tag) rank_ = i;
+    }
+    if (tag == kKinds[0].tag) dngVersion_ = value;
+  }
+
+  bool isReadable_ = false;
+  size_t rank_ = std::size(kKinds);
+  uint32_t dngVersion_ = 0;
+};
 
 }  // namespace
 
@@ -47,14 +79,18 @@ void ReadTiffProperties(const PropertyQuestion& question, PropertySet& out) {
   if (mark != kMark) return;
   const uint32_t offset = isBigEndian ? head.DwordBE(4) : head.DwordLE(4);
   if (IdStreamSeek(question.stream, offset, kIoFromStart) != 0) return;
-  const std::optional<uint32_t> dng = DngVersionIn(question.stream, isBigEndian);
-  if (!dng.has_value()) return;
+  const Directory directory(question.stream, isBigEndian);
+  constexpr uint32_t kHeaderSize = 8;
+  if (offset < kHeaderSize || !directory.isReadable()) {
+    return out.Set(Property::kDamaged, "first directory", "header", 4);
+  }
+  out.Set(Property::kProfile, directory.profile(), "first directory", offset);
+  if (directory.profile() != "DNG") return;
   ShortText version;
   for (int shift = 24; shift >= 0; shift -= 8) {
     if (shift < 24) version.Append(".");
-    version.AppendNumber(*dng >> shift & 0xFF);
+    version.AppendNumber(directory.dngVersion() >> shift & 0xFF);
   }
-  out.Set(Property::kProfile, "DNG", "first directory", offset);
   out.Set(Property::kVersion, version.view(), "first directory", offset);
 }
 

@@ -13,8 +13,8 @@ namespace {
 // Records of the globals that come before the one of encryption.
 constexpr uint32_t kMaxRecords = 32;
 
-// The version of an encryption header tells RC4 with a key of 40 bits from the CryptoAPI: 1.1, and 2.2
-// to 4.2. Writers differ in the minor number.
+// The version of an encryption header tells RC4 with a key of 40 bits from the CryptoAPI: 1.1,
+// and 2.2 to 4.2. Writers differ in the minor number.
 std::string_view SchemeOfHeader(uint32_t major) {
   if (major == 1) return "RC4 40-bit";
   return major >= 2 && major <= 4 ? "RC4 CryptoAPI" : std::string_view();
@@ -74,8 +74,7 @@ bool ReadExcel(IOHandle* document, PropertySet& out) {
       if (type == kFilePass) {
         // Before Excel 97 the record holds an XOR key alone.
         const bool isRc4 = record.WordLE(2) > 4 && record.WordLE(4) == 1;
-        SetEncrypted(isRc4 ? SchemeOfHeader(record.WordLE(6)) : "XOR", name,
-                     offset, out);
+        SetEncrypted(isRc4 ? SchemeOfHeader(record.WordLE(6)) : "XOR", name, offset, out);
         return true;
       }
       offset += 4 + int64_t{record.WordLE(2)};

@@ -85,6 +85,8 @@ void ReadMarkupProperties(const PropertyQuestion& question, PropertySet& out) {
     ShortText version;
     out.Set(Property::kVersion, HtmlVersion(root.Doctype(), version), "document type");
     PreferDeclared(MetaCharset(head.View()), "meta", out);
+  } else if (question.id == kFormatSvg) {
+    out.Set(Property::kVersion, root.Attribute("version"), "root element");
   } else {
     out.Set(Property::kVersion, Quoted(declaration, "version"), "XML declaration", 0);
   }

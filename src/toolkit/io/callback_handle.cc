@@ -47,19 +47,23 @@ CallbackHandle::Got CallbackHandle::Ask(uint64_t offset, uint8_t* buffer, uint32
   return Got::kBytes;
 }
 
-// Fills the block until it is full, the source ends or it has no more at hand. An outcome other
+// Asks until `size` bytes are there, the source ends or it has no more at hand. An outcome other
 // than bytes counts only where it stands before the first byte.
+CallbackHandle::Got CallbackHandle::AskFully(uint64_t offset, uint8_t* buffer, uint32_t size,
+                                             uint32_t* count) {
+  *count = 0;
+  while (*count < size && offset + *count < size_) {
+    uint32_t more = 0;
+    const Got got = Ask(offset + *count, buffer + *count, size - *count, &more);
+    if (got != Got::kBytes) return *count > 0 ? Got::kBytes : got;
+    *count += more;
+  }
+  return *count > 0 ? Got::kBytes : Got::kEnd;
+}
+
 CallbackHandle::Got CallbackHandle::Load(Block& block, uint64_t offset) {
   block.offset = offset;
-  block.filled = 0;
-  while (block.filled < kBlockSize && offset + block.filled < size_) {
-    uint32_t count = 0;
-    const Got got = Ask(offset + block.filled, block.bytes.data() + block.filled,
-                        kBlockSize - block.filled, &count);
-    if (got != Got::kBytes) return block.filled > 0 ? Got::kBytes : got;
-    block.filled += count;
-  }
-  return block.filled > 0 ? Got::kBytes : Got::kEnd;
+  return AskFully(offset, block.bytes.data(), kBlockSize, &block.filled);
 }
 
 CallbackHandle::Got CallbackHandle::ReadBlock(uint64_t offset, uint8_t* buffer, uint32_t size,
@@ -91,9 +95,7 @@ int32_t CallbackHandle::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, u
   if (size == 0 || from >= size_) return 0;
   const bool isLarge = size >= kBlockSize && from >= kBlockSize;
   const Got got =
-      isLarge
-          ? Ask(from, buffer, static_cast<uint32_t>(std::min<uint64_t>(size, size_ - from)), count)
-          : ReadBlock(from, buffer, size, count);
+      isLarge ? AskFully(from, buffer, size, count) : ReadBlock(from, buffer, size, count);
   switch (got) {
     case Got::kBytes:
       *count = static_cast<uint32_t>(std::min<uint64_t>(*count, size_ - from));

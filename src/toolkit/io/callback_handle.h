@@ -39,6 +39,7 @@ class CallbackHandle final : public PositionedHandle {
   ~CallbackHandle() override = default;
 
   Got Ask(uint64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count);
+  Got AskFully(uint64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count);
   Got Load(Block& block, uint64_t offset);
   Got ReadBlock(uint64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count);
   bool HasByteAt(uint64_t offset);

@@ -73,16 +73,23 @@ bool CompoundFile::Start(const uint8_t* header) {
   return true;
 }
 
-bool CompoundFile::ReadEntry(uint32_t id, DirectoryEntry* entry) {
-  if (id == kNoEntry || sectors_.loads() >= loadLimit_) return false;
-  const uint32_t perSector = sectors_.sectorSize() / kEntrySize;
-  const uint32_t sector = directory_.At(id / perSector);
-  if (sector == kNoUnit) return false;
+const uint8_t* CompoundFile::EntryBytes(uint32_t id) {
+  if (id == kNoEntry || !MayLoad()) return nullptr;
+  const uint32_t shift = sectors_.shift() - kEntryShift;
+  const uint32_t sector = directory_.At(id >> shift);
+  if (sector == kNoUnit) return nullptr;
   const SectorView view = sectors_.Load(sector);
-  const uint32_t offset = id % perSector * kEntrySize;
-  if (view.size < offset + kEntrySize) return false;
-  *entry = ParseEntry(view.data + offset, wideSizes_);
-  return entry->kind != EntryKind::kUnused;
+  const uint32_t offset = (id & ((1u << shift) - 1)) << kEntryShift;
+  if (view.size < offset + kEntrySize) return nullptr;
+  const uint8_t* const bytes = view.data + offset;
+  return IsUsed(bytes) ? bytes : nullptr;
+}
+
+bool CompoundFile::ReadEntry(uint32_t id, DirectoryEntry* entry) {
+  const uint8_t* const bytes = EntryBytes(id);
+  if (bytes == nullptr) return false;
+  *entry = ParseEntry(bytes, wideSizes_);
+  return true;
 }
 
 int32_t CompoundFile::OtherInfo(uint32_t code, void* out) const {

@@ -49,8 +49,14 @@ class CompoundFile final : public io::ContainedStorage {
   // Lets ReadEntry read up to `loads` blocks (SectorCache) from here on.
   void AllowLoads(uint32_t loads) { loadLimit_ = sectors_.loads() + loads; }
 
-  // Reads the entry of that number. False when it is unused, cut off or does not exist, or when no
-  // more loads are allowed.
+  // Whether there are any left.
+  bool MayLoad() const { return sectors_.loads() < loadLimit_; }
+
+  // The bytes of the entry of that number, until the next call. Null when it is unused, cut off or
+  // does not exist, or when no more loads are allowed.
+  const uint8_t* EntryBytes(uint32_t id);
+
+  // Reads such an entry. False, and `*entry` stays, where there are no bytes.
   bool ReadEntry(uint32_t id, DirectoryEntry* entry);
 
   // Get-info of the handles on this file's parts: the file's own answer on read errors.

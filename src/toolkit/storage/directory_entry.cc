@@ -36,6 +36,10 @@ uint32_t UnitsOfName(uint16_t length) {
 
 }  // namespace
 
+uint32_t LeftOf(const uint8_t* entry) { return LoadLE32(entry + kLeft); }
+
+bool IsUsed(const uint8_t* entry) { return EntryKind{entry[kKind]} != EntryKind::kUnused; }
+
 bool EntryName::Widen(const char* narrow, EntryName* name) {
   const size_t length = ::strnlen(narrow, kMaxUnits + 1);
   if (length == 0 || length > kMaxUnits) return false;

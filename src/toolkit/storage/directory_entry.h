@@ -9,7 +9,8 @@
 
 namespace fi::storage {
 
-inline constexpr uint32_t kEntrySize = 128;
+inline constexpr uint32_t kEntryShift = 7;
+inline constexpr uint32_t kEntrySize = 1 << kEntryShift;
 
 // A word of an entry that leads to no other.
 inline constexpr uint32_t kNoEntry = 0xFFFFFFFF;
@@ -50,6 +51,10 @@ struct DirectoryEntry {
 // `bytes` are kEntrySize. Version 3 writers leave garbage in the upper half of the size; it is used
 // where `wideSize` says so.
 DirectoryEntry ParseEntry(const uint8_t* bytes, bool wideSize);
+
+// Of the kEntrySize bytes of an entry, without the rest of it.
+uint32_t LeftOf(const uint8_t* entry);
+bool IsUsed(const uint8_t* entry);
 
 }  // namespace fi::storage
 

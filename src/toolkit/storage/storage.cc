@@ -15,8 +15,12 @@ Storage::Storage(CompoundFile& file, const DirectoryEntry& entry)
 bool Storage::Find(const EntryName& name, EntryKind kind, DirectoryEntry* found) {
   DirectoryEntry entry;
   file_->AllowLoads(kMaxSearchLoads);
-  if (!Search(name, &entry)) {
-    if (order_ == Order::kKept || !GoThrough(name, &entry)) return false;
+  // In a tree that is in order, the search finds what the index has.
+  const bool isSearched = !isIndexed_ || order_ != Order::kKept;
+  if (!isSearched || !Search(name, &entry)) {
+    if (isIndexed_ ? !LookUp(name, &entry) : order_ == Order::kKept || !GoThrough(name, &entry)) {
+      return false;
+    }
   }
   if (entry.kind != kind) return false;
   *found = entry;
@@ -34,29 +38,50 @@ bool Storage::Search(const EntryName& name, DirectoryEntry* found) {
   return false;
 }
 
+// The first from left to right, as GoThrough finds it.
+bool Storage::LookUp(const EntryName& name, DirectoryEntry* found) {
+  const uint32_t key = KeyOf(name);
+  for (size_t at = 0; (at = index_.Find(key, at)) < index_.size(); ++at) {
+    if (file_->ReadEntry(index_.IdAt(at), found) && CompareNames(name, found->name) == 0)
+      return true;
+  }
+  return false;
+}
+
 // Looks at the entries from left to right. Each is put on the path at most once before it is looked
-// at, so that a tree which runs into itself ends at the limit too.
+// at, so that a tree which runs into itself ends at the limit too. The index is that of a tree that
+// was seen whole.
 bool Storage::GoThrough(const EntryName& name, DirectoryEntry* found) {
   std::array<uint32_t, kMaxSiblings> path;
   uint32_t depth = 0;
   uint32_t met = 0;
   EntryName previous;
   Order order = Order::kKept;
+  bool isWhole = true;
+  index_.Clear();
+  const uint32_t key = KeyOf(name);
   uint32_t id = child_;
   for (;;) {
-    while (met < kMaxSiblings && file_->ReadEntry(id, found)) {
+    while (const uint8_t* entry = met < kMaxSiblings ? file_->EntryBytes(id) : nullptr) {
       path[depth++] = id;
       ++met;
-      id = found->left;
+      id = LeftOf(entry);
     }
     if (depth == 0) break;
-    if (!file_->ReadEntry(path[--depth], found)) break;
-    if (CompareNames(name, found->name) == 0) return true;
+    id = path[--depth];
+    if (!file_->ReadEntry(id, found)) {
+      isWhole = false;
+      break;
+    }
+    const uint32_t itsKey = KeyOf(found->name);
+    if (itsKey == key && CompareNames(name, found->name) == 0) return true;
     if (CompareNames(previous, found->name) >= 0) order = Order::kBroken;
+    isWhole = isWhole && index_.Add(itsKey, id);
     previous = found->name;
     id = found->right;
   }
   if (order_ == Order::kUnknown) order_ = order;
+  isIndexed_ = isWhole && order == order_ && met < kMaxSiblings && file_->MayLoad();
   return false;
 }
 
@@ -72,7 +97,7 @@ int32_t Storage::Open(IOHandle** target, uint32_t sourceType, const IOChildSourc
   if (isStream) {
     *target = new (std::nothrow) StreamHandle(*file_, entry);
   } else {
-    *target = new (std::nothrow) StorageHandle(Storage(*file_, entry), entry.name);
+    *target = new (std::nothrow) StorageHandle(*file_, entry);
   }
   return *target == nullptr ? kIoError : kIoOk;
 }

@@ -7,6 +7,7 @@
 #include "formatid/io.h"
 #include "toolkit/io/containers.h"
 #include "toolkit/storage/directory_entry.h"
+#include "toolkit/storage/name_index.h"
 
 namespace fi::storage {
 
@@ -30,7 +31,8 @@ class Storage final : public io::StorageView {
   // Finds the child of that name, of that kind, and stores its entry. The entries form a tree in
   // the order of their names; it is searched as one. Only when that finds nothing, all entries are
   // gone through once to see whether they are in order at all: where a writer did not keep it,
-  // every later search looks at all of them.
+  // every later search looks at all of them. Once all were seen, an index answers for them. Once
+  // all were seen, an index answers for them.
   bool Find(const EntryName& name, EntryKind kind, DirectoryEntry* found);
 
   int32_t Open(IOHandle** target, uint32_t sourceType, const IOChildSource& source) override;
@@ -39,12 +41,15 @@ class Storage final : public io::StorageView {
   enum class Order { kUnknown, kKept, kBroken };
 
   bool Search(const EntryName& name, DirectoryEntry* found);
+  bool LookUp(const EntryName& name, DirectoryEntry* found);
   bool GoThrough(const EntryName& name, DirectoryEntry* found);
 
   CompoundFile* file_;
   ClassId classId_;
   uint32_t child_;
   Order order_ = Order::kUnknown;
+  bool isIndexed_ = false;
+  NameIndex index_;  // where that is set: of all entries, from left to right
 };
 
 }  // namespace fi::storage

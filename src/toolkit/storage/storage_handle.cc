@@ -4,8 +4,8 @@
 
 namespace fi::storage {
 
-StorageHandle::StorageHandle(const Storage& storage, const EntryName& name)
-    : PositionedHandle(name.Narrow().data(), {0, storage.file().work()}), storage_(storage) {}
+StorageHandle::StorageHandle(CompoundFile& file, const DirectoryEntry& entry)
+    : PositionedHandle(entry.name.Narrow().data(), {0, file.work()}), storage_(file, entry) {}
 
 int32_t StorageHandle::ReadAt(int64_t /*offset*/, uint8_t* /*buffer*/, uint32_t /*size*/,
                               uint32_t* /*count*/) {

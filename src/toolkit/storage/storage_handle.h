@@ -12,7 +12,7 @@ namespace fi::storage {
 class StorageHandle final : public io::PositionedHandle {
  public:
   // The handle on the whole file outlives this one.
-  StorageHandle(const Storage& storage, const EntryName& name);
+  StorageHandle(CompoundFile& file, const DirectoryEntry& entry);
 
  protected:
   int64_t Size() override { return 0; }
