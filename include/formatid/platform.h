@@ -116,8 +116,8 @@ enum {
   kFiBasisContent = 5,   /* a look inside by a probe made for the format or its container */
   kFiBasisText = 6,      /* the statistics of plain text */
 
-  /* Added to one of these with kFiSupplement: the content proves the answer of the fixed rules false.
-   * `signature` is then the identifier that they answer. */
+  /* Added to one of these with kFiSupplement: the content proves the answer of the fixed rules
+   * false. `signature` is then the identifier that they answer. */
   kFiBasisCorrection = 256,
 };
 

@@ -62,13 +62,12 @@ FormatId LookAtWorkbook(SignatureRun& run, const FixedAnswer& /*answer*/) {
   return ProbeWorkbook(run.stream);
 }
 
-// The namespace of the manifest made it OpenDocument; the media type at the head of the package says
-// OpenOffice.org 1.x. The generator stays what it was.
+// The namespace of the manifest made it OpenDocument; the media type at the head of the package
+// says OpenOffice.org 1.x. The generator stays what it was.
 FormatId LookAtOpenDocument(SignatureRun& run, const FixedAnswer& answer) {
-  const bool isStarOffice = answer.id == kFormatStarOffice8Text ||
-                            answer.id == kFormatStarOffice8Spreadsheet ||
-                            answer.id == kFormatStarOffice8Presentation ||
-                            answer.id == kFormatStarOffice8Drawing;
+  const bool isStarOffice =
+      answer.id == kFormatStarOffice8Text || answer.id == kFormatStarOffice8Spreadsheet ||
+      answer.id == kFormatStarOffice8Presentation || answer.id == kFormatStarOffice8Drawing;
   switch (const FormatId id = FormatOfMimetypeAtHead(run.stream->handle); id) {
     case kFormatOpenOffice1Text:
       return isStarOffice ? kFormatStarOfficeText : id;
@@ -92,8 +91,8 @@ FormatId LookAtJavaClass(SignatureRun& run, const FixedAnswer& /*answer*/) {
   const FileBytes<12> head(run.stream, 0);
   const uint32_t parts = head.DwordBE(4);
   const uint32_t processor = head.DwordBE(8) & ~kWide;
-  const bool isKnown = std::find(std::begin(kProcessors), std::end(kProcessors), processor) !=
-                       std::end(kProcessors);
+  const bool isKnown =
+      std::find(std::begin(kProcessors), std::end(kProcessors), processor) != std::end(kProcessors);
   return parts > 0 && parts < kFirstVersion && isKnown ? kFormatMachOUniversal : kNoMatch;
 }
 
@@ -129,8 +128,8 @@ struct Row {
   Look look;
 };
 
-// One row for each fixed answer that was met where it is false, in rising order. A sample of each is
-// in tests/data/corrections.txt, the table with proofs and reasons in docs/supplement.md.
+// One row for each fixed answer that was met where it is false, in rising order. A sample of each
+// is in tests/data/corrections.txt, the table with proofs and reasons in docs/supplement.md.
 constexpr Row kRows[] = {
     {kFormatWorksDocumentForMac, LookAtWeakMark},
     {kFormatMimeHtmlArchive, LookAtSavedPage},

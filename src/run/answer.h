@@ -22,7 +22,7 @@ struct Answer {
   FIFormatFacts facts = {};  // texts are never null
   uint16_t basis = kFiBasisNone;
   FormatId corrects = 0;  // the answer of the fixed rules that the content proves false; 0: none
-  int64_t size = -1;                // bytes; -1: not known
+  int64_t size = -1;      // bytes; -1: not known
   uint32_t passwordLine = 0;        // of the password that opened it, from 1; 0: none did
   std::string error;                // empty unless the status is kProtected or kError
   std::vector<std::string> hashes;  // in the order they were asked for; empty: none, or not read

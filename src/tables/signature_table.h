@@ -26,7 +26,8 @@ extern const SignatureIndex<kSignatureRows> kSignatureIndex;
 WalkResult WalkSignatures(SignatureRun& run);
 uint16_t BasisOfRow(uint16_t row);
 
-// Walks the rows behind number `row`, each, without the index: for files that a row was wrong about.
+// Walks the rows behind number `row`, each, without the index: for files that a row was wrong
+// about.
 WalkResult WalkSignaturesBehind(SignatureRun& run, uint16_t row);
 
 }  // namespace fi

@@ -307,7 +307,7 @@ constexpr std::string_view kRows[] = {
     "rw 9C CB CB 8D 13 'u' D2 11 91 'X' 00 C0 'OyV' A4 -> 3285",  // Windows address book
     "rw 00 00 00 01 'Bud1' -> 3286",  // macOS folder settings
     "rw 'TZif' {00 | range1(32-34)} -> 3288",  // Compiled time zone
-    "rw {DE 12 04 95 oneof(00,01) | 95 04 12 DE 00} 00 -> 3289",  // Compiled message catalogue (MO)
+    "rw {DE 12 04 95 oneof(00,01) | 95 04 12 DE} 00 -> 3289",  // Compiled message catalogue (MO)
     "rw '<' B8 'd' 18 CA EF 9C 95 -> 3290",  // Qt translation
     "rw 'LPKSHHRH' -> 3291",  // Journal of systemd
     "rw {'DIRC' 00 00 00 range1(02-04) | '# v2 git bundle' 0A | '# v3 git bundle' 0A} -> 3292",  // Git index or bundle
@@ -378,7 +378,6 @@ constexpr std::string_view kRows[] = {
     "at(1080) {'M.K.' | 'M!K!' | 'M&K!' | 'N.T.' | 'FLT' oneof(34,38) | 'OCTA' | 'OKTA' | 'CD81' | 'TDZ' range1(31-33) "
         "| range1(31-39) 'CHN' | range1(31-33) range1(30-39) 'C' oneof(48,4E)} -> 3122",  // ProTracker, by the number of channels
     "at(4) oneof(11,12) AF at(132) oneof(00,FA) F1 -> 3126",  // Autodesk animation: kind, and kind of the first frame
-    "atend(-22) 'PK' 05 06 -> 1802",  // ZIP, the last of several volumes
     "atend(-512) 'koly' -> probe 3041",  // Apple disk image
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
 
@@ -429,6 +428,7 @@ constexpr std::string_view kRows[] = {
     "rw 1A 'E' DF A3 ext('MK') -> 3111",  // Matroska
     "rw 'ITSF' oneof(00,03) -> 2403",  // compiled HTML help
     "rw 'EVF' 09 0D 0A FF 00 -> 6108",  // EnCase image
+    "atend(-22) 'PK' 05 06 -> 1802",  // ZIP, the last of several volumes
     "rw {range1(02-05) | range1(30-32) | range1(7B-FB) | oneof(43,63)} ext('DBF') skip(1) "
         "range1(01-0C) range1(01-1F) -> 3141",  // dBASE, by the date
     "rw 02 ext('DBF') skip(2) range1(01-0C) -> 3141",  // dBASE II, by the date

@@ -12,7 +12,8 @@ namespace fi {
 // compound document. kNoMatch when the document has no workbook stream.
 FormatId ProbeWorkbook(IdentificationStream* stream);
 
-// Whether the document holds a workbook of Excel 97 or later, and none of an older version beside it.
+// Whether the document holds a workbook of Excel 97 or later, and none of an older version beside
+// it.
 bool IsBiff8Workbook(IOHandle* document);
 
 }  // namespace fi

@@ -125,9 +125,9 @@ FormatId RareTextProbe(IdentificationStream* stream) {
   const Head head(stream, 0);
   if (IsUtf32(head, true) || IsUtf32(head, false)) return kFormatPlainUtf32Text;
   if (IsUtf16(head, true) || IsUtf16(head, false)) return kFormatPlainUtf16Text;
-  const bool isDoubleByte =
-      std::any_of(std::begin(kEncodings), std::end(kEncodings),
-                  [&head](const DoubleBytes& encoding) { return IsDoubleByteText(head, encoding); });
+  const bool isDoubleByte = std::any_of(
+      std::begin(kEncodings), std::end(kEncodings),
+      [&head](const DoubleBytes& encoding) { return IsDoubleByteText(head, encoding); });
   return isDoubleByte || IsShortText(head) ? kFormatPlainCodePageText : kNoMatch;
 }
 

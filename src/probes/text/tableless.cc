@@ -16,9 +16,9 @@ constexpr std::string_view kDirectives[] = {"include ", "include\t", "define ", 
                                             "ifndef ",  "ifdef ",    "pragma ", "if "};
 
 constexpr std::string_view kFileSystems[] = {
-    "auto",  "autofs", "btrfs", "cgroup", "cifs",   "devpts", "exfat",    "ext2",  "ext3",
-    "ext4",  "f2fs",   "fuse",  "iso9660", "jfs",   "nfs",    "nfs4",     "none",  "ntfs",
-    "proc",  "rootfs", "swap",  "sysfs",  "tmpfs",  "udf",    "overlay",  "vfat",  "xfs"};
+    "auto", "autofs", "btrfs", "cgroup",  "cifs",  "devpts", "exfat",   "ext2", "ext3",
+    "ext4", "f2fs",   "fuse",  "iso9660", "jfs",   "nfs",    "nfs4",    "none", "ntfs",
+    "proc", "rootfs", "swap",  "sysfs",   "tmpfs", "udf",    "overlay", "vfat", "xfs"};
 
 // The fields of a line that blanks divide.
 constexpr size_t kFields = 4;
