@@ -9,6 +9,7 @@
 #include "api/supplement.h"
 #include "platform/delimited_text.h"
 #include "platform/io.h"
+#include "platform/no_throw.h"
 #include "probes/protection/rights_management.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/message_class.h"
@@ -174,7 +175,7 @@ Answer FinishMatch(SignatureRun& run, const WalkResult& match, bool isProtected,
     }
   }
   if (answer.id == kFormatPlainUtf8Text && behaviour.delimited) {
-    if (const ScopedStream fresh(handle); fresh) {
+    if (const ScopedStream fresh(handle, *run.stream->job); fresh) {
       answer.id = RefineDelimitedText(fresh.get(), answer.id);
     }
     Rewind(handle);
@@ -226,7 +227,11 @@ Answer IdentifyHandle(IOHandle* handle, uint32_t flags) {
 Answer IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work) {
   IdentificationJob job = kHostJob;
   job.work = work;
-  return IdentifyForJob(job, handle, flags);
+  const auto body = [&] { return IdentifyForJob(job, handle, flags); };
+  const Answer answer = NoThrow<Answer>({.status = FI_NO_STREAM}, body);
+  // A handle there is, so that only memory was missing.
+  if (answer.status == FI_NO_STREAM) work->noMemory = true;
+  return answer;
 }
 
 Answer IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t flags) {

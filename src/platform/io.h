@@ -18,6 +18,10 @@ extern "C" {
 // that setting it to any value succeeds and changes nothing.
 constexpr uint32_t kIoSetPackageMode = 39;
 
+// Item 1001 of a package view of this library: no further member is asked for, so that what the
+// view knows of them can go. Members that are open stay open.
+constexpr uint32_t kIoSetNamesUnneeded = 1001;
+
 // Sets an information item of a handle to `value`; `data` belongs to the item. 0 on success.
 int32_t IOSetInfo(IOHandle* handle, uint32_t item, uint32_t value, const void* data) noexcept;
 

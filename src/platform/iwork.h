@@ -44,25 +44,28 @@ IOHandle* IworksSetDecryptedTempFile(IOHandle* member, const IworksContext* cont
 // Wipes and releases the context; null is left alone.
 void IworksEndDecryption(IworksContext* context) noexcept;
 
-// A block of the heap that grows; zeroed before its first use.
+// A window on the content of an archive: what one chunk holds. Zeroed before its first use.
 struct FUTBuffer {
   uint8_t* start;
   uint32_t length;
   uint32_t capacity;
+  uint32_t total;     // bytes of all chunks so far
+  uint64_t unwanted;  // bytes that come next and that nobody looks at; set by the caller
 };
 
 // Results of FUTDecompSnappyToBuf beside 0.
 enum {
   kFutEndOfData = -9,
-  kFutDamaged = -1,  // a damaged chunk, one of another kind, more than the buffer may hold, no
+  kFutDamaged = -1,  // a damaged chunk, one of another kind, more than an archive may hold, no
                      // memory, or no module to decompress with
 };
 
-// Bytes that a buffer may hold. The archive of a document with hundreds of pages has some MB.
+// Bytes of the content of an archive. That of a document with hundreds of pages has some MB.
 constexpr uint32_t kFutMostBytes = uint32_t{64} * 1024 * 1024;
 
-// Decompresses the chunk at the position of `archive` and appends it to the buffer. Returns 0 when
-// it did, kFutEndOfData where the data ends instead of a chunk, kFutDamaged otherwise.
+// Decompresses the chunk at the position of `archive` to the buffer, in place of the one before. A
+// chunk of bytes that are all unwanted is checked, and leaves the buffer empty. Returns 0 when it
+// did, kFutEndOfData where the data ends instead of a chunk, kFutDamaged otherwise.
 int32_t FUTDecompSnappyToBuf(IOHandle* archive, FUTBuffer* buffer) noexcept;
 
 // Wipes and frees what the buffer holds.

@@ -9,11 +9,11 @@
 
 extern "C" {
 
-// Takes a message of a record: its type, and its length in bytes. False ends the reading.
+// Takes a message of a record: its type, and its length in bytes. False: no further ones.
 using IworkMessageVisitor = bool (*)(void* context, uint32_t type, uint32_t length);
 
 // Of IworkModule::version: changes with the record and with what its functions do.
-constexpr uint32_t kIworkModuleVersion = 1;
+constexpr uint32_t kIworkModuleVersion = 2;
 
 struct IworkModule {
   uint32_t version;
@@ -26,8 +26,11 @@ struct IworkModule {
   bool (*readBlock)(const uint8_t* block, size_t size, uint8_t* content,
                     size_t contentSize) noexcept;
 
-  // Parses a TSP.ArchiveInfo and calls `visit`, which does not throw, for its messages in order.
-  // False when it is damaged: then nothing is visited.
+  // Whether readBlock would succeed, without memory for the content.
+  bool (*checkBlock)(const uint8_t* block, size_t size) noexcept;
+
+  // Goes through a TSP.ArchiveInfo and calls `visit`, which does not throw, for its messages in
+  // order. False when it is damaged: then what was visited does not count.
   bool (*readArchiveInfo)(const uint8_t* info, size_t size, IworkMessageVisitor visit,
                           void* context) noexcept;
 };
@@ -40,8 +43,8 @@ __attribute__((visibility("default"))) const IworkModule* FI_IWORK_MODULE_SYMBOL
 
 namespace fi {
 
-// The module; null when it, or a library that it needs, is missing. It stays loaded until the
-// process ends. Thread-safe.
+// The module; null when it, or a library that it needs, cannot be loaded: the next call tries
+// again. It stays loaded until the process ends. Thread-safe.
 const IworkModule* LoadIworkModule();
 
 }  // namespace fi

@@ -10,6 +10,7 @@
 #define FI_PLATFORM_WORK_H_
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <limits>
 
@@ -81,9 +82,10 @@ struct Work {
   WorkLimit limit = WorkLimit::kNone;  // the first that was reached
   bool stopped = false;                // reads give no more data
   bool noMemory = false;               // an allocation failed
-  int32_t readError = 0;               // errno of the first read that failed
-  WantedRange wanted;                  // the first range that was missing
-  bool isSizeMissing = false;          // the source's end was asked for, and is not known
+  // errno of the first read that failed; ELIBACC for a shared object that could not be loaded.
+  int32_t readError = 0;
+  WantedRange wanted;          // the first range that was missing
+  bool isSizeMissing = false;  // the source's end was asked for, and is not known
 
   // Notes that a limit was reached, and stops the work.
   void Stop(WorkLimit reached) {
@@ -203,7 +205,14 @@ Pointer Allocated(Work* work, Pointer pointer) {
   return pointer;
 }
 
-// The same for a caller who has no more than a handle.
+// The same for what a shared object holds; a null pointer is noted as one that could not be read.
+template <class Pointer>
+Pointer Loaded(Work* work, Pointer pointer) {
+  if (pointer == nullptr && work != nullptr) work->NoteReadError(ELIBACC);
+  return pointer;
+}
+
+// As Allocated, for a caller who has no more than a handle.
 inline void NoteNoMemory(const IOHandle* handle) {
   if (Work* const work = WorkOf(handle); work != nullptr) work->noMemory = true;
 }

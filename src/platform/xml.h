@@ -31,7 +31,7 @@ constexpr uint16_t kXmlNotInMap = 0xFFFF;
 
 // Bytes of a document that a reader reads at most: what stands behind them is as if it were not
 // there.
-constexpr uint32_t kXmlMaxDocument = 2 << 20;
+constexpr uint32_t kXmlMaxDocument = 64 << 20;
 
 struct UTXMLTagName {
   uint32_t id;            // not 0

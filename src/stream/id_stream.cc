@@ -4,6 +4,7 @@
 
 #include "formatid/platform.h"
 #include "platform/io.h"
+#include "platform/work.h"
 
 namespace fi {
 namespace {
@@ -44,11 +45,11 @@ IdentificationStream* IdStreamOpen(IOHandle* handle, const IdentificationJob& jo
   if (handle == nullptr || handle->operations == nullptr) return nullptr;
   const uint32_t bufferSize = BufferSize();
   auto* stream = static_cast<IdentificationStream*>(std::calloc(1, sizeof(IdentificationStream)));
-  if (stream == nullptr) return nullptr;
+  if (stream == nullptr) return Allocated(WorkOf(handle), stream);
   stream->block = std::calloc(1, bufferSize);
   if (stream->block == nullptr) {
     std::free(stream);
-    return nullptr;
+    return Allocated(WorkOf(handle), static_cast<IdentificationStream*>(nullptr));
   }
   stream->buffer = static_cast<uint8_t*>(stream->block);
   stream->next = stream->buffer;

@@ -23,23 +23,32 @@ TEST(IworkChunks, Samples) {
     testing::MemoryHandle archive(SampleBytes(sample.columns[3]));
     FUTBuffer buffer{};
     std::istringstream results(sample.columns[0]);
+    // What is wanted comes chunk by chunk; what is not is checked all the same.
+    testing::MemoryHandle unwanted(SampleBytes(sample.columns[3]));
+    FUTBuffer none{};
+    std::string content;
     for (int result = 0; results >> result;) {
       EXPECT_EQ(FUTDecompSnappyToBuf(&archive, &buffer), result);
+      if (result == 0) content.append(buffer.start, buffer.start + buffer.length);
+      none.unwanted = UINT64_MAX;
+      EXPECT_EQ(FUTDecompSnappyToBuf(&unwanted, &none), result);
+      EXPECT_EQ(none.length, 0u);
     }
-    EXPECT_EQ(std::string(buffer.start, buffer.start + buffer.length),
-              SampleBytes(sample.columns[2]));
+    EXPECT_EQ(content, SampleBytes(sample.columns[2]));
+    EXPECT_EQ(none.start, nullptr);
     FUTFreeBuf(&buffer);
   }
 }
 
-TEST(IworkChunks, FillTheBufferToItsLimit) {
+TEST(IworkChunks, EndAtTheLimitOfAnArchive) {
   const std::string content(kFutMostBytes, 'x');
   testing::MemoryHandle archive(testing::WriteIworkArchive(content, kFutMostBytes / 8) +
                                 testing::WriteIworkArchive("y", 1));
   FUTBuffer buffer{};
   for (int i = 0; i < 8; ++i) EXPECT_EQ(FUTDecompSnappyToBuf(&archive, &buffer), 0);
+  EXPECT_EQ(buffer.capacity, kFutMostBytes / 8);
   EXPECT_EQ(FUTDecompSnappyToBuf(&archive, &buffer), kFutDamaged);
-  EXPECT_EQ(buffer.length, kFutMostBytes);
+  EXPECT_EQ(buffer.total, kFutMostBytes);
   FUTFreeBuf(&buffer);
 }
 

@@ -131,10 +131,16 @@ TEST(XmlReader, Masses) {
   EXPECT_EQ(Delivered(repeated("<a>", 1024) + repeated("</a>", 1024), false),
             repeated("+1@10 ", 1024) + repeated("-1@10 ", 1024) + "end");
   EXPECT_EQ(Delivered(repeated("<a>", 100000), false), repeated("+1@10 ", 1024) + "fault");
-  const std::string most = numbered("<e", "/>", xml::kMaxItems - 5) + "<e f='' xmlns='n'/>";
-  const std::string delivered = "+1@10 " + repeated("+0@0 -0@0 ", xml::kMaxItems - 4);
+  // Of the last items before names are counted, one is left; the end of the root counts, too.
+  const std::string most = numbered("<e", "/>", xml::kFreeItems - 5) + "<e f='' xmlns='n'/>" +
+                           numbered("<g", "/>", xml::kMaxMoreNames);
+  const std::string delivered =
+      "+1@10 " + repeated("+0@0 -0@0 ", xml::kFreeItems - 4 + xml::kMaxMoreNames);
   EXPECT_EQ(Delivered("<a>" + most + "</a>", false), delivered + "-1@10 end");
-  EXPECT_EQ(Delivered("<a>" + most + "<e/></a>", false), delivered + "+0@0 -0@0 fault");
+  EXPECT_EQ(Delivered("<a>" + most + "<h/></a>", false), delivered + "+0@0 -0@0 fault");
+  // Names that are met again are not, however many there are.
+  EXPECT_EQ(Delivered("<a>" + repeated("<g>0123456789</g>", 200000) + "</a>", false),
+            "+1@10 " + repeated("+0@0 -0@0 ", 200000) + "-1@10 end");
   EXPECT_EQ(Delivered("<a" + numbered(" e", "=\"\"", 20000) + "/>", false), "+1@10 -1@10 end");
   EXPECT_EQ(Delivered(prefix + numbered(" p:e", "=\"\"", 20000) + "/>", false), "+1@10 -1@10 end");
   const std::string heavy = "<b" + numbered(" p:e", "=\"\"", 5000) + "/>";

@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "platform/io.h"
 #include "platform/iwork.h"
+#include "platform/work.h"
 #include "probes/iwork/iwork_records.h"
 #include "registry/format_ids.h"
 
@@ -56,31 +58,63 @@ ArchiveMember OpenArchive(IOHandle* package) {
   return archive;
 }
 
-class ArchiveContent {
+// No further member is asked for, and a directory may be larger than the archive.
+void ForgetNames(IOHandle* package) {
+  if (package != nullptr) (void)IOSetInfo(package, kIoSetNamesUnneeded, 0, nullptr);
+}
+
+class ArchiveWindow {
  public:
-  ArchiveContent() = default;
-  ~ArchiveContent() { FUTFreeBuf(&buffer_); }
-  ArchiveContent(const ArchiveContent&) = delete;
-  ArchiveContent& operator=(const ArchiveContent&) = delete;
+  ArchiveWindow() = default;
+  ~ArchiveWindow() { FUTFreeBuf(&buffer_); }
+  ArchiveWindow(const ArchiveWindow&) = delete;
+  ArchiveWindow& operator=(const ArchiveWindow&) = delete;
 
-  // All chunks of the archive; false when it cannot be decoded to its end.
-  bool Read(IOHandle* archive) {
-    for (uint32_t chunk = 0; chunk <= kMaxChunks; ++chunk) {
-      const int32_t result = FUTDecompSnappyToBuf(archive, &buffer_);
-      if (result != 0) return result == kFutEndOfData;
+  // Goes on to the next chunk, of which as much as `records` needs is decompressed for them.
+  // Returns what FUTDecompSnappyToBuf does.
+  int32_t Next(IOHandle* archive, IworkRecords* records) {
+    const uint64_t unwanted = records->Unwanted();
+    const uint32_t before = buffer_.total;
+    buffer_.unwanted = unwanted;
+    const int32_t result = FUTDecompSnappyToBuf(archive, &buffer_);
+    if (result != 0) return result;
+    if (buffer_.total - before <= unwanted) {
+      records->Skip(buffer_.total - before);
+    } else {
+      records->Take({buffer_.start, buffer_.length});
     }
-    return false;
-  }
-
-  const IworkApplication* FindApplication() const {
-    const IworkModule* module = LoadIworkModule();
-    return module == nullptr ? nullptr
-                             : FindIworkApplication({buffer_.start, buffer_.length}, *module);
+    return result;
   }
 
  private:
   FUTBuffer buffer_{};
 };
+
+// Goes through all chunks of the archive, those behind the answer too; false when it cannot be
+// decoded to its end.
+bool ReadArchive(IOHandle* archive, IworkRecords* records) {
+  ArchiveWindow window;
+  for (uint32_t chunk = 0; chunk <= kMaxChunks; ++chunk) {
+    const int32_t result = window.Next(archive, records);
+    if (result != 0) return result == kFutEndOfData;
+  }
+  return false;
+}
+
+// The application that the archive names; null where it names none. Without the module no chunk can
+// be decoded, but an archive without chunks is sound.
+const IworkApplication* ReadApplication(IOHandle* archive, bool* isSound) {
+  Work* const work = WorkOf(archive);
+  const IworkModule* module = LoadIworkModule();
+  if (module == nullptr) {
+    FUTBuffer none{};
+    *isSound = FUTDecompSnappyToBuf(archive, &none) == kFutEndOfData;
+    return nullptr;
+  }
+  IworkRecords records(*module, work);
+  *isSound = ReadArchive(archive, &records);
+  return records.application();
+}
 
 }  // namespace
 
@@ -101,10 +135,12 @@ PackageAnswer IworkArchiveProbe(IOHandle* package, const IdentificationJob& job)
     if (decrypted != nullptr) archive.member = std::move(decrypted);
   }
 
-  ArchiveContent content;
-  if (!content.Read(archive.member.get())) return EndsWith(kFormatEncryptedIWork);
+  ForgetNames(package);
+  ForgetNames(archive.nestedPackage.get());
+  bool isSound = true;
+  const IworkApplication* application = ReadApplication(archive.member.get(), &isSound);
+  if (!isSound) return EndsWith(kFormatEncryptedIWork);
   // Deliberate: a plain archive without a known message is no match, not a ZIP archive.
-  const IworkApplication* application = content.FindApplication();
   if (application == nullptr) return EndsWith(encrypted ? kFormatEncryptedIWork : kNoMatch);
   return EndsWith(encrypted ? application->encryptedId : application->id);
 }

@@ -1,5 +1,9 @@
 #include "probes/iwork/iwork_records.h"
 
+#include <algorithm>
+#include <cstring>
+#include <new>
+
 #include "registry/format_ids.h"
 
 namespace fi {
@@ -11,33 +15,16 @@ constexpr IworkApplication kApplications[] = {
     {12009, kFormatNumbersArchive, kFormatEncryptedNumbers},
 };
 
-using Bytes = std::span<const uint8_t>;
-
-// Takes a base-128 number, lowest bits first, off the front of `bytes`. False when it does not end
-// within them, or takes more bytes than 64 bits do.
-bool TakeVarint(Bytes* bytes, uint64_t* value) {
-  constexpr size_t kMostBytes = 10;
-  uint64_t number = 0;
-  for (size_t i = 0; i < kMostBytes && i < bytes->size(); ++i) {
-    const uint8_t byte = (*bytes)[i];
-    number |= uint64_t{byte & 0x7FU} << (7 * i);
-    if (byte < 0x80) {
-      *bytes = bytes->subspan(i + 1);
-      *value = number;
-      return true;
-    }
-  }
-  return false;
-}
-
 // What the messages of one index come to.
 struct Record {
+  Work* work = nullptr;
   uint64_t payload = 0;  // bytes
   const IworkApplication* application = nullptr;
 };
 
 bool VisitMessage(void* context, uint32_t type, uint32_t length) {
   auto* record = static_cast<Record*>(context);
+  if (record->work != nullptr && !record->work->SpendStep()) return false;
   record->payload += length;
   for (const IworkApplication& application : kApplications) {
     if (application.messageType == type) record->application = &application;
@@ -47,23 +34,70 @@ bool VisitMessage(void* context, uint32_t type, uint32_t length) {
 
 }  // namespace
 
-const IworkApplication* FindIworkApplication(Bytes archive, const IworkModule& module) {
-  size_t indexes = 0;
-  while (!archive.empty()) {
-    uint64_t size = 0;
-    if (!TakeVarint(&archive, &size) || size == 0 || size > archive.size()) return nullptr;
-    if (size > kMaxIworkIndex || size > kMaxIworkIndexes - indexes) return nullptr;
-    const Bytes index = archive.first(static_cast<size_t>(size));
-    archive = archive.subspan(index.size());
-    indexes += index.size();
+IworkRecords::~IworkRecords() {
+  if (index_ != nullptr) explicit_bzero(index_.get(), kept_);
+}
 
-    Record record;
-    if (!module.readArchiveInfo(index.data(), index.size(), VisitMessage, &record)) return nullptr;
-    if (record.application != nullptr) return record.application;
-    if (record.payload >= archive.size()) return nullptr;
-    archive = archive.subspan(static_cast<size_t>(record.payload));
+void IworkRecords::Take(Bytes content) {
+  while (!ended_ && !content.empty()) {
+    if (payload_ > 0) {
+      const auto count = static_cast<size_t>(std::min<uint64_t>(payload_, content.size()));
+      payload_ -= count;
+      content = content.subspan(count);
+    } else if (indexSize_ == 0) {
+      TakeLength(&content);
+    } else {
+      TakeIndex(&content);
+    }
   }
-  return nullptr;
+}
+
+// A base-128 number, lowest bits first. One that takes more bytes than 64 bits do is damaged.
+void IworkRecords::TakeLength(Bytes* content) {
+  constexpr uint32_t kMostBytes = 10;
+  const uint8_t byte = content->front();
+  *content = content->subspan(1);
+  length_ |= uint64_t{byte & 0x7FU} << (7 * lengthBytes_);
+  ++lengthBytes_;
+  if (byte >= 0x80) {
+    if (lengthBytes_ == kMostBytes) End();
+    return;
+  }
+  if (length_ == 0 || length_ > kMaxIworkIndex || length_ > kMaxIworkIndexes - indexes_) {
+    return End();
+  }
+  indexSize_ = static_cast<size_t>(length_);
+  indexes_ += indexSize_;
+  length_ = 0;
+  lengthBytes_ = 0;
+}
+
+void IworkRecords::TakeIndex(Bytes* content) {
+  const size_t count = std::min(indexSize_ - kept_, content->size());
+  const Bytes piece = content->first(count);
+  *content = content->subspan(count);
+  if (count == indexSize_) return ReadIndex(piece);
+  if (index_ == nullptr) {
+    if (held_.Hold(kMaxIworkIndex)) {
+      index_.reset(Allocated(work_, new (std::nothrow) uint8_t[kMaxIworkIndex]));
+    }
+    if (index_ == nullptr) return End();
+  }
+  std::copy(piece.begin(), piece.end(), index_.get() + kept_);
+  kept_ += count;
+  if (kept_ < indexSize_) return;
+  ReadIndex({index_.get(), kept_});
+  explicit_bzero(index_.get(), kept_);
+  kept_ = 0;
+}
+
+void IworkRecords::ReadIndex(Bytes index) {
+  Record record{work_};
+  indexSize_ = 0;
+  if (!module_.readArchiveInfo(index.data(), index.size(), VisitMessage, &record)) return End();
+  payload_ = record.payload;
+  application_ = record.application;
+  if (application_ != nullptr) End();
 }
 
 }  // namespace fi

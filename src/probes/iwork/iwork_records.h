@@ -6,10 +6,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 #include "formatid/formatid.h"
 #include "platform/iwork_module.h"
+#include "platform/work.h"
 
 namespace fi {
 
@@ -20,17 +22,60 @@ struct IworkApplication {
   FormatId encryptedId;
 };
 
-// Bytes of one index, which bounds the memory that its messages take: applications write some
-// hundred, and eight more for each object that a message refers to.
+// Bytes of one index, which is the largest piece that has to be in memory at once: applications
+// write some hundred, and eight more for each object that a message refers to.
 inline constexpr size_t kMaxIworkIndex = size_t{1} << 20;
 
 // Bytes of all indexes together, which bounds the time: a message of nothing takes two bytes.
 inline constexpr size_t kMaxIworkIndexes = size_t{8} << 20;
 
-// The application of the first message that is known; null when there is none. The walk ends where
-// a length or an index is damaged, and at the limits.
-const IworkApplication* FindIworkApplication(std::span<const uint8_t> archive,
-                                             const IworkModule& module);
+// Walks through the records as the archive is decompressed, piece by piece.
+class IworkRecords {
+ public:
+  // `work` is what the walk counts for, or null.
+  IworkRecords(const IworkModule& module, Work* work) : module_(module), work_(work), held_(work) {}
+  ~IworkRecords();
+  IworkRecords(const IworkRecords&) = delete;
+  IworkRecords& operator=(const IworkRecords&) = delete;
+
+  // The next bytes of the archive.
+  void Take(std::span<const uint8_t> content);
+
+  // How many of the bytes that come next need not be given, only passed to Skip.
+  uint64_t Unwanted() const { return ended_ ? UINT64_MAX : payload_; }
+
+  // Passes over that many bytes. REQUIRES: count <= Unwanted().
+  void Skip(uint64_t count) {
+    if (!ended_) payload_ -= count;
+  }
+
+  // The application of the first message that is known; null when there is none so far. The walk
+  // ends where a length or an index is damaged, and at the limits.
+  const IworkApplication* application() const { return application_; }
+
+ private:
+  using Bytes = std::span<const uint8_t>;
+
+  void TakeLength(Bytes* content);
+  void TakeIndex(Bytes* content);
+  void ReadIndex(Bytes index);
+  void End() { ended_ = true; }
+
+  const IworkModule& module_;
+  Work* const work_;
+  HeldMemory held_;
+  bool ended_ = false;
+  const IworkApplication* application_ = nullptr;
+  uint64_t payload_ = 0;  // bytes up to the next record
+  // Of the index that is next; its size is 0 until its length is complete.
+  uint64_t length_ = 0;
+  uint32_t lengthBytes_ = 0;
+  size_t indexSize_ = 0;
+  size_t indexes_ = 0;  // bytes of all so far
+  // The beginning of an index that lies in several pieces.
+  std::unique_ptr<uint8_t[]> index_;
+  size_t kept_ = 0;
+};
 
 }  // namespace fi
 

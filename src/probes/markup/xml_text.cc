@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/work.h"
 #include "platform/xml.h"
 #include "probes/markup/document_root.h"
 #include "probes/markup/html_tags.h"
@@ -108,10 +109,16 @@ std::string_view WholeWords(std::string_view text) {
   return text;
 }
 
-bool IsWellFormed(std::string_view text, bool isCut) {
+// The text has no handle that could tell the identification.
+bool NoMemory(Work* work) {
+  if (work != nullptr) work->noMemory = true;
+  return false;
+}
+
+bool IsWellFormed(std::string_view text, bool isCut, Work* work) {
   TextHandle handle(isCut ? WholeWords(text) : text, isCut ? kMargin : 0);
   xml::ScopedReader reader(&handle);
-  if (!reader) return false;
+  if (!reader) return NoMemory(work);
   uint32_t elements = 0;
   uint32_t depth = 0;
   uint32_t greatestDepth = 0;
@@ -127,10 +134,10 @@ bool IsWellFormed(std::string_view text, bool isCut) {
       greatestDepth = std::max(greatestDepth, ++depth);
     }
   }
+  if (result == kXmlFailure) return NoMemory(work);
   if (!isCut) return result == kXmlEndOfData;
   // The document goes on, so that its end cannot be sound.
-  return result != kXmlFailure && handle.ended() && elements >= kMinElements &&
-         greatestDepth >= kMinDepth;
+  return handle.ended() && elements >= kMinElements && greatestDepth >= kMinDepth;
 }
 
 }  // namespace
@@ -145,7 +152,7 @@ FormatId XmlTextProbe(IdentificationStream* stream, const TextHead& window) {
   if (document.Doctype().empty() && IsHtmlName(root)) return kNoMatch;
   if (HoldsAny(text, kTemplateMarks)) return kNoMatch;
   if (root.find('-') != std::string_view::npos && HoldsAny(text, kPageTags)) return kNoMatch;
-  if (!IsWellFormed(text, window.isCut())) return kNoMatch;
+  if (!IsWellFormed(text, window.isCut(), stream->job->work)) return kNoMatch;
   return root == "svg" ? kFormatSvg : kFormatXml;
 }
 

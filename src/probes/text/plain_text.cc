@@ -10,6 +10,7 @@
 #include <numeric>
 
 #include "platform/io.h"
+#include "platform/work.h"
 #include "probes/text/text_statistics.h"
 
 namespace fi {
@@ -198,6 +199,7 @@ FormatId ClassifyPlainText(IdentificationStream* stream) {
   const uint64_t fileSize = FileSize(handle);
   const auto size = static_cast<uint32_t>(std::min<uint64_t>(fileSize, kWindow));
   const std::unique_ptr<uint8_t[]> buffer(new (std::nothrow) uint8_t[size]);
+  if (buffer == nullptr) NoteNoMemory(handle);
   if (buffer == nullptr || !io::Seek(handle, kIoFromStart, 0)) return kNotText;
   const size_t filled = io::ReadFully(handle, buffer.get(), size);
   return ClassifyWindow({Bytes(buffer.get(), filled), fileSize});

@@ -96,15 +96,18 @@ class DescriptorReader {
       : limits_(limits), info_(info) {}
 
   bool Read(Bytes xml) {
+    if (Loaded(limits_.work, LoadLibCrypto()) == nullptr) return false;
     const OwnedParser parser(XML_ParserCreate(nullptr));
-    if (parser == nullptr) return false;
+    if (parser == nullptr) return CryptoFailed(limits_);
     parser_ = parser.get();
     XML_SetUserData(parser_, this);
     XML_SetStartElementHandler(parser_, OnElement);
     XML_SetStartDoctypeDeclHandler(parser_, OnDoctype);
     const char* text = static_cast<const char*>(static_cast<const void*>(xml.data()));
     const int size = static_cast<int>(xml.size());
-    if (XML_Parse(parser_, text, size, XML_TRUE) != XML_STATUS_OK) return false;
+    if (XML_Parse(parser_, text, size, XML_TRUE) != XML_STATUS_OK) {
+      return XML_GetErrorCode(parser_) == XML_ERROR_NO_MEMORY && CryptoFailed(limits_);
+    }
     return hasKeyData_ && hasPasswordKey_ && Fits();
   }
 

@@ -46,7 +46,8 @@ class MemberReader {
     const std::optional<uint64_t> size = StreamSize(member_);
     if (!size.has_value() || *size < kLeast || *size > kMaxIworkMember) return false;
     const uint64_t encrypted = *size - kAesBlock - kMac;
-    if (encrypted % kAesBlock != 0 || !plaintext_->Reserve(encrypted, limits)) return false;
+    if (encrypted % kAesBlock != 0) return false;
+    if (!plaintext_->Reserve(encrypted, limits)) return NoMemory();
     if (io::ReadFully(member_, iv_.data(), iv_.size()) != iv_.size()) return false;
     for (uint64_t left = encrypted; left > 0;) {
       const auto part = static_cast<size_t>(std::min<uint64_t>(left, kSegment));
@@ -55,16 +56,21 @@ class MemberReader {
     }
     std::array<uint8_t, kMac> mac{};
     HashValue value;
-    return io::ReadFully(member_, mac.data(), kMac) == kMac && hmac_.Finish(&value) &&
-           std::ranges::equal(value.view(), mac);
+    if (io::ReadFully(member_, mac.data(), kMac) != kMac) return false;
+    return hmac_.Finish(&value) ? std::ranges::equal(value.view(), mac) : NoMemory();
   }
 
  private:
+  bool NoMemory() const {
+    NoteNoMemory(member_);
+    return false;
+  }
+
   // Bytes of a whole number of blocks.
   bool ReadSegment(size_t size, bool isFirst, bool isLast) {
     if (io::ReadFully(member_, encrypted_.data(), size) != size) return false;
     const Bytes encrypted = Bytes(encrypted_).first(size);
-    if (!aes_.Decrypt(iv_, encrypted, decrypted_.data())) return false;
+    if (!aes_.Decrypt(iv_, encrypted, decrypted_.data())) return NoMemory();
     std::ranges::copy(encrypted.last(kAesBlock), iv_.begin());
     decrypted_.SetSize(size);
     Bytes content = decrypted_.view();
@@ -76,7 +82,7 @@ class MemberReader {
       if (std::ranges::count(tail, padding) != padding) return false;
       content = content.first(content.size() - padding);
     }
-    return hmac_.Update(content) && plaintext_->Append(content);
+    return (hmac_.Update(content) && plaintext_->Append(content)) || NoMemory();
   }
 
   static constexpr size_t kMac = 20;
@@ -92,18 +98,28 @@ class MemberReader {
   SecretBytes<kSegment> decrypted_;
 };
 
+DecryptionLimits LimitsFor(const IOHandle* handle) {
+  DecryptionLimits limits;
+  limits.work = WorkOf(handle);
+  return limits;
+}
+
 }  // namespace
 
 uint32_t PrepareIwork(IworksRequest* request, const DecryptionLimits& limits) {
   const std::optional<IworkVerifier> verifier = ReadVerifier(request->source.package, limits);
-  std::unique_ptr<IworksContext> context(new (std::nothrow) IworksContext);
+  std::unique_ptr<IworksContext> context(Allocated(limits.work, new (std::nothrow) IworksContext));
   if (!verifier.has_value() || context == nullptr) return kFiDecryptionFailed;
   const PasswordSource from{request->callback, request->source.passwordContext,
                             request->source.package};
   const uint32_t status = UnlockWithPassword(from, [&](Bytes password) {
     context->password.SetSize(0);
-    return context->password.Append(password) ? UnlockIwork(*verifier, password, &context->key)
-                                              : Unlocked::kWrongPassword;
+    if (!context->password.Append(password)) return Unlocked::kWrongPassword;
+    if (Loaded(limits.work, LoadLibCrypto()) == nullptr) return Unlocked::kFailed;
+    if (!AllowsRounds(limits, verifier->rounds)) return Unlocked::kFailed;
+    const Unlocked unlocked = UnlockIwork(*verifier, password, &context->key);
+    if (unlocked == Unlocked::kFailed) (void)CryptoFailed(limits);
+    return unlocked;
   });
   if (status == kFiOk) request->source.context = context.release();
   return status;
@@ -112,16 +128,19 @@ uint32_t PrepareIwork(IworksRequest* request, const DecryptionLimits& limits) {
 }  // namespace fi::crypto
 
 int16_t IworksInitDecryption(IworksRequest* request) noexcept {
-  return static_cast<int16_t>(fi::crypto::PrepareIwork(request, {}));
+  return static_cast<int16_t>(
+      fi::crypto::PrepareIwork(request, fi::crypto::LimitsFor(request->source.package)));
 }
 
 IOHandle* IworksSetDecryptedTempFile(IOHandle* member, const IworksContext* context) noexcept {
-  auto* view = new (std::nothrow) fi::crypto::PackageView("", 1, fi::WorkOf(member));
+  const auto limits = fi::crypto::LimitsFor(member);
+  auto* view =
+      fi::Allocated(limits.work, new (std::nothrow) fi::crypto::PackageView("", 1, limits.work));
   if (view == nullptr) return nullptr;
   fi::io::OwnedHandle owned(view);
   const fi::crypto::ErrorMark mark;
   fi::crypto::MemberReader reader(member, *context, &view->plaintext());
-  if (reader.Read({})) return owned.release();
+  if (reader.Read(limits)) return owned.release();
   (void)fi::io::Seek(member, kIoFromStart, 0);
   return nullptr;
 }

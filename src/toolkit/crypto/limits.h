@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/work.h"
+
 namespace fi::crypto {
 
 // Views inside views.
@@ -21,6 +23,8 @@ constexpr size_t kMaxEncryptionInfo = size_t{64} * 1024;
 constexpr uint64_t kMaxIworkMember = uint64_t{65} * 1024 * 1024;
 
 struct DecryptionLimits {
+  // What the decryption counts for; null: nothing.
+  Work* work = nullptr;
   // Rounds of the password hash that an agile descriptor or an iWork verifier may ask for. Office
   // and iWork write 100,000; a round takes less than a microsecond, and there are up to three
   // tries.
@@ -33,6 +37,17 @@ struct DecryptionLimits {
   // The largest decrypted package in bytes.
   uint64_t mostPlaintext = uint64_t{4} * 1024 * 1024 * 1024;
 };
+
+// Whether a key may be derived by that many rounds.
+inline bool AllowsRounds(const DecryptionLimits& limits, uint64_t rounds) {
+  return limits.work == nullptr || limits.work->SpendKeyRounds(rounds);
+}
+
+// Notes what failed without a fault of the document: memory was not to be had.
+inline bool CryptoFailed(const DecryptionLimits& limits) {
+  if (limits.work != nullptr) limits.work->noMemory = true;
+  return false;
+}
 
 constexpr uint64_t kMaxPlaintextMemory = DecryptionLimits{}.mostMemory;
 

@@ -33,7 +33,7 @@ EncryptionInfo ReadInfo(IOHandle* document, const DecryptionLimits& limits) {
   const io::OwnedHandle stream = OpenStream(document, "EncryptionInfo");
   // One byte more than is allowed shows that the stream is too long.
   constexpr size_t kRoom = kMaxEncryptionInfo + 1;
-  const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[kRoom]);
+  const std::unique_ptr<uint8_t[]> bytes(Allocated(limits.work, new (std::nothrow) uint8_t[kRoom]));
   if (stream == nullptr || bytes == nullptr) return {};
   const size_t size = io::ReadFully(stream.get(), bytes.get(), kRoom);
   if (size == kRoom) return {};
@@ -45,14 +45,18 @@ Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Byte
   Password password;
   const char* characters = static_cast<const char*>(static_cast<const void*>(text.data()));
   if (!EncodePassword({characters, text.size()}, &password)) return Unlocked::kWrongPassword;
+  if (Loaded(limits.work, LoadLibCrypto()) == nullptr) return Unlocked::kFailed;
   const ErrorMark mark;
+  Unlocked unlocked = Unlocked::kFailed;
   if (const auto* agile = std::get_if<AgileInfo>(&info)) {
-    return UnlockAgile(*agile, password.view(), key);
+    if (!AllowsRounds(limits, agile->spinCount)) return unlocked;
+    unlocked = UnlockAgile(*agile, password.view(), key);
+  } else if (const auto* standard = std::get_if<StandardInfo>(&info)) {
+    if (!AllowsRounds(limits, limits.standardSpins)) return unlocked;
+    unlocked = UnlockStandard(*standard, limits, password.view(), key);
   }
-  if (const auto* standard = std::get_if<StandardInfo>(&info)) {
-    return UnlockStandard(*standard, limits, password.view(), key);
-  }
-  return Unlocked::kFailed;
+  if (unlocked == Unlocked::kFailed) (void)CryptoFailed(limits);
+  return unlocked;
 }
 
 using Name = std::array<char, kIoNameCapacity>;
@@ -93,7 +97,8 @@ uint32_t OpenPackage(IOHandle* document, const O12PasswordSource& source,
       from, [&](Bytes password) { return Unlock(info, limits, password, &key); });
   if (status != kFiOk) return status;
 
-  auto* view = new (std::nothrow) PackageView(NameOf(document).data(), depth + 1, WorkOf(document));
+  auto* view = Allocated(
+      limits.work, new (std::nothrow) PackageView(NameOf(document).data(), depth + 1, limits.work));
   if (view == nullptr) return kFiDecryptionFailed;
   io::OwnedHandle owned(view);
   const ErrorMark mark;
@@ -110,6 +115,7 @@ int16_t O12InitDecryption(IOHandle* document, void* /*reserved1*/, void* /*reser
   *first = nullptr;
   *second = nullptr;
   *package = nullptr;
-  const fi::crypto::DecryptionLimits limits;
+  fi::crypto::DecryptionLimits limits;
+  limits.work = fi::WorkOf(document);
   return static_cast<int16_t>(fi::crypto::OpenPackage(document, *source, limits, package));
 }

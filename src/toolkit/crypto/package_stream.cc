@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/io.h"
+#include "platform/work.h"
 #include "toolkit/crypto/little_endian.h"
 #include "toolkit/crypto/stream_bytes.h"
 
@@ -29,15 +30,23 @@ class PackageReader {
     std::array<uint8_t, kSizeField> field{};
     if (io::ReadFully(stream_, field.data(), field.size()) != field.size()) return false;
     size_ = std::min(LoadLE<kSizeField>(field, 0), *streamSize - kSizeField);
-    if (size_ > limits.mostPlaintext || !plaintext_->Reserve(size_, limits)) return false;
+    if (size_ > limits.mostPlaintext) return false;
+    if (!plaintext_->Reserve(size_, limits)) return NoMemory();
     if (!key_.hasIntegrity) return ReadSegments(nullptr);
     Hmac hmac(key_.hash, key_.hmacKey.view());
     HashValue value;
-    return hmac.Update(field) && ReadSegments(&hmac) && hmac.Finish(&value) &&
-           std::ranges::equal(value.view(), key_.hmacValue.view());
+    if (!hmac.Update(field)) return NoMemory();
+    if (!ReadSegments(&hmac)) return false;
+    return hmac.Finish(&value) ? std::ranges::equal(value.view(), key_.hmacValue.view())
+                               : NoMemory();
   }
 
  private:
+  bool NoMemory() const {
+    NoteNoMemory(stream_);
+    return false;
+  }
+
   // To the end of the package, or with `hmac` to the end of the stream. That there is an end is
   // for the limit on the package to say: what follows it is little in any stream that is not made
   // to be long.
@@ -47,7 +56,7 @@ class PackageReader {
     for (uint64_t index = 0; index < (hmac == nullptr ? segments : most); ++index) {
       const size_t count = io::ReadFully(stream_, encrypted_.data(), kSegment);
       const Bytes read = Bytes(encrypted_).first(count);
-      if (hmac != nullptr && !hmac->Update(read)) return false;
+      if (hmac != nullptr && !hmac->Update(read)) return NoMemory();
       if (index < segments && !DecryptSegment(static_cast<uint32_t>(index), read)) return false;
       if (count < kSegment) return true;
     }
@@ -60,13 +69,13 @@ class PackageReader {
     HashValue hash;
     Bytes iv;
     if (key_.mode == AesMode::kCbc) {
-      if (!hasher_.Hash({key_.salt.view(), StoreLE32(index)}, &hash)) return false;
+      if (!hasher_.Hash({key_.salt.view(), StoreLE32(index)}, &hash)) return NoMemory();
       iv = hash.view().first(kAesBlock);
     }
-    if (!aes_.Decrypt(iv, encrypted, decrypted_.data())) return false;
+    if (!aes_.Decrypt(iv, encrypted, decrypted_.data())) return NoMemory();
     const uint64_t left = size_ - plaintext_->size();
     decrypted_.SetSize(static_cast<size_t>(std::min<uint64_t>(left, encrypted.size())));
-    return plaintext_->Append(decrypted_.view());
+    return plaintext_->Append(decrypted_.view()) || NoMemory();
   }
 
   // Bytes behind the package that are read for the HMAC at most: 1 MB.

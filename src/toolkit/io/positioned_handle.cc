@@ -36,6 +36,12 @@ int32_t PositionedHandle::OpenMember(IOHandle** /*target*/, const IOMemberSource
   return kIoError;
 }
 
+int32_t PositionedHandle::ForgetNames(IOHandle* handle) {
+  if (Of(handle) == nullptr) return kIoError;
+  static_cast<PositionedHandle*>(handle)->ForgetNames();
+  return kIoOk;
+}
+
 StorageView* PositionedHandle::AsStorage() {
   if (!askedForStorage_) {
     askedForStorage_ = true;
@@ -150,5 +156,7 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
 
 int32_t IOSetInfo(IOHandle* handle, uint32_t item, uint32_t /*value*/,
                   const void* /*data*/) noexcept {
-  return handle != nullptr && item == kIoSetPackageMode ? kIoOk : kIoError;
+  if (handle == nullptr) return kIoError;
+  if (item == kIoSetNamesUnneeded) return fi::io::PositionedHandle::ForgetNames(handle);
+  return item == kIoSetPackageMode ? kIoOk : kIoError;
 }

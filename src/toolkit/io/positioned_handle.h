@@ -35,6 +35,9 @@ class PositionedHandle : public IOHandle {
   PositionedHandle(const PositionedHandle&) = delete;
   PositionedHandle& operator=(const PositionedHandle&) = delete;
 
+  // Lets a package view forget the names of its members.
+  static int32_t ForgetNames(IOHandle* handle);
+
   // The number of containers around these bytes.
   uint32_t nesting() const { return origin_.nesting; }
 
@@ -62,6 +65,9 @@ class PositionedHandle : public IOHandle {
 
   // Opens a member of a package view (formatid/io.h); other kinds have none. `*target` is null.
   virtual int32_t OpenMember(IOHandle** target, const IOMemberSource& source);
+
+  // Frees what a package view knows of its members; other kinds know nothing.
+  virtual void ForgetNames() {}
 
  private:
   static int32_t Close(IOHandle* handle) noexcept;

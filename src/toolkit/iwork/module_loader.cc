@@ -2,6 +2,7 @@
 #include <dlfcn.h>
 
 #include <array>
+#include <atomic>
 #include <climits>
 #include <cstdio>
 #include <string_view>
@@ -48,8 +49,14 @@ const IworkModule* Load() {
 }  // namespace
 
 const IworkModule* LoadIworkModule() {
-  static const IworkModule* const kModule = Load();
-  return kModule;
+  // A failure may be that of the moment, such as too many open files, and is not kept. Threads that
+  // load it at once get the same module.
+  static std::atomic<const IworkModule*> loaded = nullptr;
+  const IworkModule* module = loaded.load(std::memory_order_acquire);
+  if (module != nullptr) return module;
+  module = Load();
+  if (module != nullptr) loaded.store(module, std::memory_order_release);
+  return module;
 }
 
 }  // namespace fi

@@ -8,6 +8,7 @@
 
 #include "platform/io.h"
 #include "platform/package.h"
+#include "platform/work.h"
 #include "toolkit/opc/limits.h"
 #include "toolkit/opc/part_name.h"
 #include "toolkit/opc/relationships.h"
@@ -44,7 +45,7 @@ uint16_t OpenPart(IOHandle* view, const PartName& name, PKGHandle** part) {
   if (name.view().empty()) return kFailure;
   io::OwnedHandle bytes = io::OpenMember(view, name.view());
   if (bytes == nullptr) return kFailure;
-  auto* opened = new (std::nothrow) PKGHandle;
+  auto* opened = Allocated(WorkOf(view), new (std::nothrow) PKGHandle);
   if (opened == nullptr) return kFailure;
   opened->view = view;
   opened->name = name;
@@ -85,7 +86,7 @@ uint16_t PKGInitEx(IOHandle* handle, PKGHandle** package) noexcept {
   *package = nullptr;
   fi::io::OwnedHandle document = fi::io::OpenMember(handle, "_rels/.rels");
   if (document == nullptr) return kFailure;
-  auto* opened = new (std::nothrow) PKGHandle;
+  auto* opened = fi::Allocated(fi::WorkOf(handle), new (std::nothrow) PKGHandle);
   if (opened == nullptr) return kFailure;
   opened->view = handle;
   opened->bytes = std::move(document);

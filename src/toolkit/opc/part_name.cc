@@ -47,7 +47,8 @@ size_t Decode(std::string_view text, char* bytes) {
 // Behind the last "/", 0 without one.
 size_t LastSegmentAt(std::string_view path) { return path.rfind('/') + 1; }
 
-// Appends `path`, of which "." and ".." are carried out.
+// Appends `path`, of which "." and ".." are carried out; a ".." that would lead above the root is
+// left out.
 bool AppendSegments(std::string_view path, PartName* name) {
   while (!path.empty()) {
     const size_t slash = path.find('/');
@@ -55,8 +56,7 @@ bool AppendSegments(std::string_view path, PartName* name) {
     const std::string_view segment = path.substr(0, slash);
     if (segment == "..") {
       std::string_view before = name->view();
-      if (before.empty()) return false;
-      before.remove_suffix(1);
+      if (!before.empty()) before.remove_suffix(1);
       name->Cut(LastSegmentAt(before));
     } else if (segment != ".") {
       if (!name->Append(path.substr(0, isLast ? std::string_view::npos : slash + 1))) return false;

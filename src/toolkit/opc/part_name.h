@@ -39,9 +39,9 @@ class PartName {
 enum class Escapes { kAsWritten, kDecoded };
 
 // Where `reference` leads from the part `source`, as a relative reference (RFC 3986). False when it
-// leads out of the package: it has a scheme or an authority, or goes above the root. A query and a
-// fragment are left out. Percent escapes stay as they are, or become the bytes they stand for.
-// REQUIRES: *target is empty.
+// leads out of the package: it has a scheme or an authority. A ".." above the root stays there. A
+// query and a fragment are left out. Percent escapes stay as they are, or become the bytes they
+// stand for. REQUIRES: *target is empty.
 bool ResolveReference(std::string_view source, std::string_view reference, Escapes escapes,
                       PartName* target);
 

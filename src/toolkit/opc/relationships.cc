@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/work.h"
 #include "toolkit/opc/limits.h"
 #include "toolkit/text/utf16.h"
 #include "toolkit/xml/pull_parser.h"
@@ -18,8 +19,9 @@ void Relationships::Read(IOHandle* document) {
   xml::PullParser parser(document);
   while (parser.Next() == xml::PullParser::Result::kTag) {
     if (parser.isEnd() || parser.localName() != "Relationship") continue;
-    if (!Add(parser)) return;
+    if (!Add(parser)) break;
   }
+  if (noMemory_) NoteNoMemory(document);
 }
 
 // False when nothing more can be kept.
@@ -35,13 +37,16 @@ bool Relationships::Add(xml::PullParser& element) {
   record.idAt = static_cast<uint32_t>(text_.size());
   record.isExternal = element.Attribute("TargetMode") == "External";
   if (type->size() > kMaxRelationshipText - types_.size()) return false;
-  return types_.Append(type->data(), type->size()) && AddText(id, &record.idLength) &&
-         AddText(*target, &record.targetLength) && records_.Append(record);
+  noMemory_ = !types_.Append(type->data(), type->size());
+  return !noMemory_ && AddText(id, &record.idLength) && AddText(*target, &record.targetLength) &&
+         !(noMemory_ = !records_.Append(record));
 }
 
 bool Relationships::AddText(std::string_view text, uint32_t* length) {
   const size_t at = text_.size();
-  if (text.size() >= kMaxRelationshipText - at || !text_.Resize(at + text.size() + 1)) return false;
+  if (text.size() >= kMaxRelationshipText - at) return false;
+  noMemory_ = !text_.Resize(at + text.size() + 1);
+  if (noMemory_) return false;
   const size_t units = WidenUtf8(text, text_.data() + at, text.size());
   text_[at + units] = 0;
   *length = static_cast<uint32_t>(units);

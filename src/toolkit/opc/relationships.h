@@ -48,6 +48,7 @@ class Relationships {
   bool AddText(std::string_view text, uint32_t* length);
   Entry EntryOf(const Record& record) const;
 
+  bool noMemory_ = false;
   GrowingArray<Record> records_;
   GrowingArray<char> types_;
   GrowingArray<char16_t> text_;

@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include <atomic>
+#include <mutex>
 #include <optional>
 
 namespace fi::crypto {
@@ -34,8 +36,18 @@ std::optional<LibCrypto> Load() {
 }  // namespace
 
 const LibCrypto* LoadLibCrypto() {
-  static const std::optional<LibCrypto> kFunctions = Load();
-  return kFunctions.has_value() ? &*kFunctions : nullptr;
+  // A failure may be that of the moment, such as too many open files, and is not kept.
+  static std::atomic<bool> loaded = false;
+  static std::mutex loading;
+  static LibCrypto functions;
+  if (loaded.load(std::memory_order_acquire)) return &functions;
+  const std::lock_guard<std::mutex> lock(loading);
+  if (loaded.load(std::memory_order_relaxed)) return &functions;
+  const std::optional<LibCrypto> found = Load();
+  if (!found.has_value()) return nullptr;
+  functions = *found;
+  loaded.store(true, std::memory_order_release);
+  return &functions;
 }
 
 }  // namespace fi::crypto

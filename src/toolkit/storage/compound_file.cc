@@ -51,6 +51,7 @@ std::unique_ptr<CompoundFile> CompoundFile::Open(IOHandle* handle, uint32_t nest
   if (reader.ReadAt(0, header.data(), kHeaderSize) != kHeaderSize) return nullptr;
   if (!IsHeader(header.data())) return nullptr;
   std::unique_ptr<CompoundFile> file(new (std::nothrow) CompoundFile(reader, nesting));
+  if (file == nullptr) NoteNoMemory(handle);
   if (file == nullptr || !file->Start(header.data())) return nullptr;
   return file;
 }

@@ -1,6 +1,7 @@
 #include "toolkit/storage/sector_cache.h"
 
 #include <algorithm>
+#include <new>
 
 namespace fi::storage {
 namespace {
@@ -19,28 +20,48 @@ void SectorCache::Start(uint32_t shift) {
 }
 
 SectorView SectorCache::Load(uint32_t sector) {
-  if (sector >= sectors_) return {};
+  if (sector >= sectors_ || (work_ != nullptr && !work_->SpendStep())) return {};
   const uint64_t offset = OffsetOf(sector);
-  const Slot& slot = LoadBlock(offset >> kBlockShift);
+  const SectorView block = LoadBlock(offset >> kBlockShift);
   const auto within = static_cast<uint32_t>(offset & (kBlockSize - 1));
-  if (within >= slot.size) return {};
-  return {slot.bytes.data() + within, std::min(sectorSize(), slot.size - within)};
+  if (within >= block.size) return {};
+  return {block.data + within, std::min(sectorSize(), block.size - within)};
 }
 
-const SectorCache::Slot& SectorCache::LoadBlock(uint64_t block) {
-  Slot* oldest = slots_.data();
-  for (Slot& slot : slots_) {
+SectorView SectorCache::LoadBlock(uint64_t block) {
+  size_t oldest = 0;
+  for (size_t i = 0; i < kSlots; ++i) {
+    Slot& slot = slots_[i];
     if (slot.size != 0 && slot.block == block) {
       slot.used = ++clock_;
-      return slot;
+      return Read(block, i, slot.size);
     }
-    if (slot.used < oldest->used) oldest = &slot;
+    if (slot.used < slots_[oldest].used) oldest = i;
   }
   ++loads_;
-  oldest->block = block;
-  oldest->used = ++clock_;
-  oldest->size = reader_.ReadAt(block << kBlockShift, oldest->bytes.data(), kBlockSize);
-  return *oldest;
+  if (loads_ == kLoadsBeforeKeeping) {
+    // Without memory for it, blocks are read again.
+    kept_.reset(new (std::nothrow) Kept[kKeptBlocks]);
+    if (kept_ != nullptr) slots_ = {};
+  }
+  const SectorView view = Read(block, oldest, 0);
+  slots_[oldest] = {block, ++clock_, view.size};
+  return view;
+}
+
+// The bytes of a block: what the slot holds, where that is `known` bytes, or the second cache.
+SectorView SectorCache::Read(uint64_t block, size_t slot, uint32_t known) {
+  if (kept_ == nullptr) {
+    uint8_t* const bytes = bytes_[slot].data();
+    if (known == 0) known = reader_.ReadAt(block << kBlockShift, bytes, kBlockSize);
+    return {bytes, known};
+  }
+  Kept& kept = kept_[block % kKeptBlocks];
+  if (kept.size == 0 || kept.block != block) {
+    kept.block = block;
+    kept.size = reader_.ReadAt(block << kBlockShift, kept.bytes.data(), kBlockSize);
+  }
+  return {kept.bytes.data(), kept.size};
 }
 
 }  // namespace fi::storage

@@ -1,11 +1,16 @@
 // The sectors of a compound file, and the few blocks of its tables and directory that were read
 // last. A block is 4 KB, whatever the sector size: tables lie close together, and a handle on a
 // file reads no less at a time. Streams do not go through the cache.
+//
+// What a search may cost is counted in blocks that were not among those few. A file that makes its
+// readers go to and fro gets a second cache behind them, which saves the reads and is not counted.
 #ifndef FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
 #define FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "platform/work.h"
 #include "toolkit/io/handle_reader.h"
@@ -39,7 +44,7 @@ class SectorCache {
   // A sector's bytes, empty when it does not exist. Valid until the next call.
   SectorView Load(uint32_t sector);
 
-  // Blocks read from the handle so far.
+  // Blocks so far that were not among the last few.
   uint64_t loads() const { return loads_; }
 
  private:
@@ -54,10 +59,22 @@ class SectorCache {
     uint64_t block = 0;
     uint64_t used = 0;
     uint32_t size = 0;  // 0: empty
+  };
+
+  // Of the second cache: each block has one place in it.
+  struct Kept {
+    uint64_t block = 0;
+    uint32_t size = 0;  // 0: empty
     std::array<uint8_t, kBlockSize> bytes;
   };
 
-  const Slot& LoadBlock(uint64_t block);
+  // Blocks that the second cache holds, 1 MB, and loads before it is made: more than any file of an
+  // application needs.
+  static constexpr uint32_t kKeptBlocks = 256;
+  static constexpr uint64_t kLoadsBeforeKeeping = 96;
+
+  SectorView LoadBlock(uint64_t block);
+  SectorView Read(uint64_t block, size_t slot, uint32_t known);
 
   io::HandleReader reader_;
   Work* const work_;  // what reads are counted for; null: nothing
@@ -66,6 +83,8 @@ class SectorCache {
   uint64_t loads_ = 0;
   uint64_t clock_ = 0;
   std::array<Slot, kSlots> slots_;
+  std::array<std::array<uint8_t, kBlockSize>, kSlots> bytes_;  // of the slots, without `kept_`
+  std::unique_ptr<Kept[]> kept_;
 };
 
 }  // namespace fi::storage

@@ -95,9 +95,9 @@ int32_t Storage::Open(IOHandle** target, uint32_t sourceType, const IOChildSourc
     return kIoNotFound;
   }
   if (isStream) {
-    *target = new (std::nothrow) StreamHandle(*file_, entry);
+    *target = Allocated(file_->work(), new (std::nothrow) StreamHandle(*file_, entry));
   } else {
-    *target = new (std::nothrow) StorageHandle(*file_, entry);
+    *target = Allocated(file_->work(), new (std::nothrow) StorageHandle(*file_, entry));
   }
   return *target == nullptr ? kIoError : kIoOk;
 }

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "platform/io.h"
+#include "platform/work.h"
 
 namespace fi {
 namespace {
@@ -28,6 +29,7 @@ uint32_t Narrow(char* bytes, uint32_t size) {
 
 TextWindow TextBuffer::Read(IOHandle* handle, FormatId id, uint32_t size) {
   bytes_.reset(new (std::nothrow) char[size]);
+  if (bytes_ == nullptr) NoteNoMemory(handle);
   if (bytes_ == nullptr || !io::Seek(handle, kIoFromStart, 0)) return {};
   uint32_t filled = 0;
   while (filled < size) {

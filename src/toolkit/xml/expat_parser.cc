@@ -1,9 +1,12 @@
 #include "toolkit/xml/expat_parser.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "platform/io.h"
+#include "platform/work.h"
 
 namespace fi::xml {
 namespace {
@@ -21,6 +24,45 @@ unsigned long Salt(const void* here) {
   return static_cast<unsigned long>(place * kOdd ^ stack) | 1;  // 0 would count as none
 }
 
+// Expat overlooks some failing allocations, and goes on as if a name were not there. Whether one
+// has failed in this thread since that was last asked.
+thread_local bool allocationFailed = false;
+
+void* Checked(void* block) {
+  if (block == nullptr) allocationFailed = true;
+  return block;
+}
+
+void* Allocate(size_t size) { return Checked(std::malloc(size)); }
+void* Reallocate(void* block, size_t size) { return Checked(std::realloc(block, size)); }
+
+constexpr XML_Memory_Handling_Suite kMemory = {Allocate, Reallocate, std::free};
+
+XML_Parser NewParser() {
+  const XML_Char separator[] = {kSeparator, '\0'};
+  return XML_ParserCreate_MM(nullptr, &kMemory, separator);
+}
+
+// The name that some writers give UTF-8.
+bool IsUtf8Name(std::string_view name) {
+  return name.size() == 4 && (name[0] | 0x20) == 'u' && (name[1] | 0x20) == 't' &&
+         (name[2] | 0x20) == 'f' && name[3] == '8';
+}
+
+// The character of two to four bytes, -1 when they are none. An XML_Encoding's function.
+int DecodeUtf8(void* /*data*/, const char* bytes) {
+  const auto lead = static_cast<uint8_t>(bytes[0]);
+  const int more = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+  int character = lead & (0x3F >> more);
+  for (int i = 1; i <= more; ++i) {
+    const auto byte = static_cast<uint8_t>(bytes[i]);
+    if ((byte & 0xC0) != 0x80) return -1;
+    character = character << 6 | (byte & 0x3F);
+  }
+  constexpr int kLeast[] = {0, 0x80, 0x800, 0x10000};
+  return character < kLeast[more] ? -1 : character;
+}
+
 size_t LocalNameAt(std::string_view name) { return name.rfind(kSeparator) + 1; }
 
 }  // namespace
@@ -29,11 +71,11 @@ ExpatParser::ExpatParser(std::string_view before, IOHandle* handle, uint32_t fir
                          uint32_t largestChunk)
     : before_(before),
       handle_(handle),
-      parser_(XML_ParserCreateNS(nullptr, kSeparator)),
+      parser_(NewParser()),
       chunk_(firstChunk),
       largestChunk_(largestChunk) {
   if (parser_ == nullptr) {
-    result_ = Result::kNoMemory;
+    NoMemory();
     return;
   }
   XML_Parser parser = parser_.get();
@@ -42,6 +84,7 @@ ExpatParser::ExpatParser(std::string_view before, IOHandle* handle, uint32_t fir
   XML_SetElementHandler(parser, OnStart, OnEnd);
   XML_SetStartDoctypeDeclHandler(parser, OnDoctype);
   XML_SetStartNamespaceDeclHandler(parser, OnNamespace);
+  XML_SetUnknownEncodingHandler(parser, OnEncoding, nullptr);
 }
 
 ExpatParser::Result ExpatParser::Next() {
@@ -89,10 +132,11 @@ ExpatParser::Result ExpatParser::Advance() {
   while (result_ == Result::kTag && !stored_) {
     const XML_Status status = suspended_ ? XML_ResumeParser(parser_.get()) : Feed();
     suspended_ = status == XML_STATUS_SUSPENDED;
+    if (std::exchange(allocationFailed, false)) NoteNoMemory(handle_);
     if (result_ != Result::kTag) break;
     if (status == XML_STATUS_ERROR) {
-      const bool noMemory = XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY;
-      result_ = noMemory ? Result::kNoMemory : Result::kMalformed;
+      result_ = Result::kMalformed;
+      if (XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY) NoMemory();
     } else if (!suspended_ && endOfData_) {
       result_ = Result::kEndOfData;
     }
@@ -138,15 +182,79 @@ uint32_t ExpatParser::ReadChunk(char* buffer, uint32_t size) {
   return count;
 }
 
+void ExpatParser::NoMemory() {
+  NoteNoMemory(handle_);
+  result_ = Result::kNoMemory;
+}
+
 void ExpatParser::Fail(Result result) {
   result_ = result;
+  if (result == Result::kNoMemory) NoMemory();
   (void)XML_StopParser(parser_.get(), XML_FALSE);
 }
 
-bool ExpatParser::CountItem() {
-  if (++items_ <= kMaxItems) return true;
+bool ExpatParser::CountItem(const XML_Char* name) {
+  if (items_ == kFreeItems) return CountName(name);
+  ++items_;
+  return true;
+}
+
+// Counts a name that was not met before. A table of numbers stands for the names: that two of them
+// share a number cannot be brought about, and does no more than keep one from being counted.
+bool ExpatParser::CountName(const XML_Char* name) {
+  constexpr size_t kSlots = size_t{4} * kMaxMoreNames;
+  constexpr uint64_t kSpread = 0x9E3779B97F4A7C15;
+  constexpr size_t kNamesPerByte = 4;  // that cost as much as to inflate a byte
+  if (names_.size() == 0) {
+    if (!names_.Resize(kSlots)) {
+      Fail(Result::kNoMemory);
+      return false;
+    }
+    std::fill_n(names_.data(), kSlots, 0);
+    nameSalt_ = Salt(this);
+  }
+  const std::string_view text = name == nullptr ? std::string_view() : std::string_view(name);
+  Work* const work = WorkOf(handle_);
+  expanded_ += text.size();
+  if (work != nullptr) work->SpendInflated(0, text.size() / kNamesPerByte);
+  if (expanded_ > kMaxExpanded || (work != nullptr && work->Inflatable() == 0)) {
+    Fail(Result::kMalformed);
+    return false;
+  }
+  uint64_t number = nameSalt_;
+  for (const char c : text) {
+    number = (number ^ static_cast<uint8_t>(c)) * kSpread;
+    number ^= number >> 29;
+  }
+  number = (number ^ number >> 32) | 1;
+  size_t slot = number % kSlots;
+  while (names_[slot] != 0 && names_[slot] != number) slot = (slot + 1) % kSlots;
+  if (names_[slot] == number) return true;
+  names_[slot] = number;
+  nameBytes_ += text.size();
+  if (++nameCount_ <= kMaxMoreNames && nameBytes_ <= kMaxMoreNameBytes) return true;
+  if (work != nullptr) work->Reach(WorkLimit::kMemory);
   Fail(Result::kMalformed);
   return false;
+}
+
+// Expat knows UTF-8, UTF-16, ISO-8859-1 and US-ASCII by these names. Of other encodings nothing
+// matters but that ASCII is part of them: what lies above reads as ISO-8859-1.
+int ExpatParser::OnEncoding(void* /*self*/, const XML_Char* name, XML_Encoding* encoding) noexcept {
+  for (int byte = 0; byte < 256; ++byte) encoding->map[byte] = byte;
+  encoding->data = nullptr;
+  encoding->convert = nullptr;
+  encoding->release = nullptr;
+  if (!IsUtf8Name(name)) return XML_STATUS_OK;
+  for (int byte = 0x80; byte < 256; ++byte) {
+    int size = -1;  // no character begins so
+    if (byte >= 0xC2 && byte < 0xE0) size = -2;
+    if (byte >= 0xE0 && byte < 0xF0) size = -3;
+    if (byte >= 0xF0 && byte < 0xF5) size = -4;
+    encoding->map[byte] = size;
+  }
+  encoding->convert = DecodeUtf8;
+  return XML_STATUS_OK;
 }
 
 // `text` ends in a NUL, which is appended with it.
@@ -165,7 +273,7 @@ bool ExpatParser::StoreTag(std::string_view name, bool isEnd) {
     Fail(Result::kMalformed);
     return false;
   }
-  if (!CountItem() || !Append(tag, name)) return false;
+  if (!CountItem(name.data()) || !Append(tag, name)) return false;
   tag.attributesAt = tag.text.size();
   return true;
 }
@@ -176,7 +284,7 @@ bool ExpatParser::StoreAttributes(const XML_Char** attributes) {
   for (; *attributes != nullptr; attributes += 2) {
     const std::string_view name(attributes[0]);
     const std::string_view value(attributes[1]);
-    if (!CountItem()) return false;
+    if (!CountItem(name.data())) return false;
     const std::string_view local = name.substr(LocalNameAt(name));
     if (kept == kMaxAttributes) continue;
     if (local.size() + value.size() + 2 > kMaxTagText - tag.text.size()) continue;
@@ -229,9 +337,9 @@ void ExpatParser::OnDoctype(void* self, const XML_Char*, const XML_Char*, const 
   if (hasSubset != 0) static_cast<ExpatParser*>(self)->Fail(Result::kMalformed);
 }
 
-void ExpatParser::OnNamespace(void* self, const XML_Char*, const XML_Char* uri) noexcept {
+void ExpatParser::OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) noexcept {
   auto& parser = *static_cast<ExpatParser*>(self);
-  if (!parser.CountItem() || uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
+  if (!parser.CountItem(prefix) || uri == nullptr || std::strlen(uri) <= kMaxNamespaceUri) return;
   parser.Fail(Result::kMalformed);
 }
 

@@ -1,6 +1,6 @@
 // The tags of any XML document one after the other, over Expat: it is stopped behind each tag and
 // goes on when the next one is asked for, so that a document is parsed as far as its reader reads.
-// UTF-8, UTF-16, ISO-8859-1 and US-ASCII are known. Names and values are UTF-8.
+// UTF-8, UTF-16 and encodings that ASCII is part of are known. Names and values are UTF-8.
 #ifndef FI_TOOLKIT_XML_EXPAT_PARSER_H_
 #define FI_TOOLKIT_XML_EXPAT_PARSER_H_
 
@@ -72,6 +72,8 @@ class ExpatParser {
                         const XML_Char* publicId, int hasSubset) noexcept;
   static void OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) noexcept;
 
+  static int OnEncoding(void* self, const XML_Char* name, XML_Encoding* encoding) noexcept;
+
   const Tag& tag() const { return tags_[current_]; }
   Tag& following() { return tags_[1 - current_]; }
 
@@ -80,10 +82,12 @@ class ExpatParser {
   uint32_t ReadChunk(char* buffer, uint32_t size);
   bool StoreTag(std::string_view name, bool isEnd);
   bool StoreAttributes(const XML_Char** attributes);
-  bool CountItem();
+  bool CountItem(const XML_Char* name);
+  bool CountName(const XML_Char* name);
   bool Append(Tag& tag, std::string_view text);
   void Complete();
   void Fail(Result result);
+  void NoMemory();
 
   std::string_view before_;  // what is left of it
   IOHandle* const handle_;
@@ -92,7 +96,7 @@ class ExpatParser {
   const uint32_t largestChunk_;
   uint32_t fed_ = 0;
   uint32_t parsed_ = 0;  // of it, as far as is known
-  uint32_t items_ = 0;
+  uint32_t items_ = 0;   // kFreeItems at most
   uint32_t depth_ = 0;
   Result result_ = Result::kTag;  // what stands behind the last tag, kTag while it is not known
   bool endOfData_ = false;
@@ -102,6 +106,12 @@ class ExpatParser {
   size_t current_ = 0;
   std::array<Tag, 2> tags_;
   GrowingArray<char> content_;
+  // Names behind the free items.
+  uint32_t nameCount_ = 0;
+  uint64_t nameBytes_ = 0;
+  uint64_t expanded_ = 0;
+  uint64_t nameSalt_ = 0;
+  GrowingArray<uint64_t> names_;
 };
 
 }  // namespace fi::xml

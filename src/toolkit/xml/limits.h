@@ -10,13 +10,25 @@
 
 namespace fi::xml {
 
-// Of one document: the lists of parts and relationships of packages with ten thousand parts.
+// Of one document, as much as can be read of a member of a package. It is not kept.
 inline constexpr uint32_t kMaxDocument = kXmlMaxDocument;
 
-// Tags, attributes and declarations of namespaces in a document: ten thousand relationships come to
-// 40,000. Each may have a name of its own, which Expat keeps, or a prefix that stands for a whole
-// namespace. The most expensive documents take 25 ms and 4 MB.
-inline constexpr uint32_t kMaxItems = 64 << 10;
+// Of a document that is kept while it is scanned, and its tags, attributes and declarations of
+// namespaces: ten thousand relationships come to 40,000. Beyond, Expat goes on, which keeps names
+// only.
+inline constexpr uint32_t kMaxPlainDocument = 2 << 20;
+inline constexpr uint32_t kMaxPlainItems = 64 << 10;
+
+// Names of tags, attributes and prefixes that Expat keeps, each up to 64 KB in a document that is
+// made so and 20 bytes in others. The first kFreeItems items are not looked at: they may all have
+// names of their own. Lists of parts, sheets and titles have under ten names.
+inline constexpr uint32_t kFreeItems = 64 << 10;
+inline constexpr uint32_t kMaxMoreNames = 4 << 10;
+inline constexpr uint32_t kMaxMoreNameBytes = 256 << 10;
+
+// Bytes of names behind the free items, each as often as it stands, with its namespace: a prefix of
+// one letter stands for up to 512 bytes.
+inline constexpr uint64_t kMaxExpanded = 256 << 20;
 
 // Of what is parsed as one piece: a tag, a comment, an instruction. A piece that is not complete is
 // parsed again from its start when more has been read.

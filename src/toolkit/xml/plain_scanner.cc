@@ -240,7 +240,7 @@ PlainScanner::Step PlainScanner::NextTag() {
   text_ = RangeTo(begin, cursor.at());
   if (text_.size > kMaxPlainPiece) return Step::kOther;
   items_ += isEnd_ ? 1 : 1 + attributeCount_ + bindingCount_ - bindings;
-  if (items_ > kMaxItems) return Step::kLimit;
+  if (items_ > kMaxPlainItems) return Step::kOther;
   at_ = static_cast<size_t>(cursor.at() - document_.data());
   return Step::kDone;
 }

@@ -15,9 +15,9 @@ namespace fi::xml {
 
 class PlainScanner {
  public:
-  // kMore: the document goes on beyond what was given. kLimit: the next tag goes beyond kMaxItems.
-  // kOther: here begins what is not plain.
-  enum class Step { kDone, kEndOfData, kMore, kLimit, kOther };
+  // kMore: the document goes on beyond what was given. kOther: here begins what is not plain, or
+  // what goes beyond kMaxPlainItems.
+  enum class Step { kDone, kEndOfData, kMore, kOther };
 
   // The document so far, or whole, which only grows; a NUL stands behind it. It may lie elsewhere
   // each time: views that are handed out point into the last one.
@@ -30,7 +30,7 @@ class PlainScanner {
   Step NextTag();
 
   // The character data between the current tag and the next one, where it stands as it is, and of
-  // which the first kMaxContent bytes are given. Neither kEndOfData nor kLimit.
+  // which the first kMaxContent bytes are given. Never kEndOfData.
   Step Text(std::string_view* text) const;
 
   // Of the current tag.
@@ -97,7 +97,7 @@ class PlainScanner {
   std::string_view document_;
   bool isWhole_ = false;
   size_t at_ = 0;       // behind the current tag
-  uint32_t items_ = 0;  // up to there, as kMaxItems counts them
+  uint32_t items_ = 0;  // up to there, as kMaxPlainItems counts them
   bool isEnd_ = true;
   bool endFollows_ = false;  // an element without content: its end is the next tag
   Range text_{};

@@ -45,7 +45,6 @@ PullParser::Result PullParser::Next() {
       return Result::kTag;
     }
     if (step == PlainScanner::Step::kEndOfData) return result_ = Result::kEndOfData;
-    if (step == PlainScanner::Step::kLimit) return result_ = Result::kMalformed;
     if (!GoOn(step)) return result_;
   }
   tagIsPlain_ = false;
@@ -63,7 +62,10 @@ std::optional<std::string_view> PullParser::Attribute(std::string_view localName
 
 // The scanner has checked the references. What they stand for is never longer than they are.
 std::optional<std::string_view> PullParser::Decoded(std::string_view value, size_t place) {
-  if (!decoded_.Resize(TagSize())) return std::nullopt;
+  if (!decoded_.Resize(TagSize())) {
+    NoteNoMemory();
+    return std::nullopt;
+  }
   char* const begin = decoded_.data() + place;
   char* out = begin;
   while (!value.empty()) {
@@ -93,18 +95,23 @@ std::string_view PullParser::Content() {
 // when the result tells why there is no going on.
 bool PullParser::GoOn(PlainScanner::Step step) {
   const size_t size = document_.size() == 0 ? 0 : document_.size() - 1;
-  if (step == PlainScanner::Step::kMore && !isWhole_ && size < kMaxDocument) return ReadMore(size);
+  if (step == PlainScanner::Step::kMore && !isWhole_ && size < kMaxPlainDocument)
+    return ReadMore(size);
   expat_.reset(new (std::nothrow)
                    ExpatParser({document_.data(), size}, handle_, firstChunk_, largestChunk_));
-  if (expat_ == nullptr) result_ = Result::kNoMemory;
+  if (expat_ == nullptr) {
+    NoteNoMemory();
+    result_ = Result::kNoMemory;
+  }
   for (uint32_t i = 0; i < delivered_ && result_ == Result::kTag; ++i) result_ = expat_->Next();
   return result_ == Result::kTag;
 }
 
 bool PullParser::ReadMore(size_t size) {
-  const uint32_t most = std::min(chunk_, static_cast<uint32_t>(kMaxDocument - size));
+  const uint32_t most = std::min(chunk_, static_cast<uint32_t>(kMaxPlainDocument - size));
   chunk_ = std::min(chunk_ * 2, largestChunk_);
   if (!document_.Resize(size + most + 1)) {
+    NoteNoMemory();
     result_ = Result::kNoMemory;
     return false;
   }

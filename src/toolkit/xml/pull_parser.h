@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/work.h"
 #include "toolkit/memory/growing_array.h"
 #include "toolkit/xml/expat_parser.h"
 #include "toolkit/xml/limits.h"
@@ -45,6 +46,9 @@ class PullParser {
   // it has a place of its own of at least its size and one byte more, among TagSize() bytes.
   std::optional<std::string_view> Attribute(std::string_view localName, size_t* place = nullptr);
   size_t TagSize() const { return TagText().size(); }
+
+  // Notes for the identification that memory ran out.
+  void NoteNoMemory() const { fi::NoteNoMemory(handle_); }
 
   // The character data between this tag and the next one, of which the first kMaxContent bytes are
   // kept: the last character may be cut. Valid until the next call of Next.

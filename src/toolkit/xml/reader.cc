@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/work.h"
 #include "platform/xml.h"
 #include "toolkit/memory/growing_array.h"
 #include "toolkit/text/utf16.h"
@@ -74,6 +75,7 @@ using fi::xml::Reader;
 
 int32_t UTXMLInit(UTXMLReader* reader, IOHandle* handle) noexcept {
   reader->state = handle == nullptr ? nullptr : new (std::nothrow) Reader(handle);
+  if (reader->state == nullptr) fi::NoteNoMemory(handle);
   return reader->state == nullptr ? kXmlFailure : kXmlOk;
 }
 
@@ -114,7 +116,11 @@ int32_t UTXMLGetAttribute(UTXMLReader* reader, uint32_t /*attributeNamespaceNumb
   if (self == nullptr) return kXmlFailure;
   size_t place = 0;
   const std::optional<std::string_view> found = self->parser.Attribute(localName, &place);
-  if (!found.has_value() || !self->values.Resize(self->parser.TagSize())) return kXmlFailure;
+  if (!found.has_value()) return kXmlFailure;
+  if (!self->values.Resize(self->parser.TagSize())) {
+    self->parser.NoteNoMemory();
+    return kXmlFailure;
+  }
   char16_t* const out = self->values.data() + place;
   const size_t units = fi::WidenUtf8(*found, out, found->size());
   out[units] = 0;

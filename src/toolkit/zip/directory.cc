@@ -56,6 +56,17 @@ void ReadWide(const uint8_t* extra, uint32_t size, Entry* entry) {
 
 }  // namespace
 
+uint8_t* Directory::NewBytes(uint64_t size) {
+  return held_.Hold(size) ? Allocated(work_, new (std::nothrow) uint8_t[size]) : nullptr;
+}
+
+void Directory::Forget() {
+  count_ = 0;
+  index_.reset();
+  block_.reset();
+  held_.Release();
+}
+
 // The tail is read in a small piece first. Only when that shows no end record, a long comment may
 // hide it.
 bool Directory::LoadPlace(const io::HandleReader& reader, uint64_t fileSize,
@@ -69,7 +80,7 @@ bool Directory::LoadPlace(const io::HandleReader& reader, uint64_t fileSize,
   }
   const auto whole = static_cast<uint32_t>(std::min<uint64_t>(fileSize, kMaxTail));
   if (whole == first) return false;
-  const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[whole]);
+  const std::unique_ptr<uint8_t[]> bytes(Allocated(work_, new (std::nothrow) uint8_t[whole]));
   if (bytes == nullptr) return false;
   const uint32_t more = whole - first;
   tail = {bytes.get(), whole, fileSize - whole};
@@ -84,7 +95,7 @@ bool Directory::Load(const io::HandleReader& reader, uint64_t fileSize) {
   size_ = place.size;
   shift_ = place.shift;
   if (bytes_ == nullptr) {
-    block_.reset(new (std::nothrow) uint8_t[size_]);
+    block_.reset(NewBytes(size_));
     if (block_ == nullptr) return false;
     size_ = reader.ReadAt(place.start, block_.get(), static_cast<uint32_t>(size_));
     bytes_ = block_.get();
@@ -103,7 +114,8 @@ bool Directory::Rebuild(const io::HandleReader& reader) {
 
 bool Directory::BuildIndex() {
   const uint64_t most = std::min<uint64_t>(size_ / central::kSize, kMaxEntries);
-  index_.reset(new (std::nothrow) uint32_t[2 * most]);
+  if (!held_.Hold(2 * most * sizeof(uint32_t))) return false;
+  index_.reset(Allocated(work_, new (std::nothrow) uint32_t[2 * most]));
   if (index_ == nullptr) return false;
   uint32_t* const keys = index_.get();
   uint32_t* const starts = keys + most;

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/work.h"
 #include "toolkit/io/handle_reader.h"
 #include "toolkit/zip/end_record.h"
 #include "toolkit/zip/limits.h"
@@ -28,6 +29,9 @@ struct Entry {
 
 class Directory {
  public:
+  // `work` is what its memory counts for, or null.
+  explicit Directory(Work* work) : work_(work), held_(work) {}
+
   // Reads the directory at the end of a file of `fileSize` bytes. False when there is none, it is
   // beyond the limits or memory runs out. Called once. It ends where its bytes are no entry any
   // more.
@@ -37,6 +41,9 @@ class Directory {
   bool Rebuild(const io::HandleReader& reader);
 
   uint32_t count() const { return count_; }
+
+  // Makes it one without entries, and frees its memory.
+  void Forget();
 
   // REQUIRES: index < count().
   Entry At(uint32_t index) const;
@@ -48,8 +55,11 @@ class Directory {
  private:
   bool LoadPlace(const io::HandleReader& reader, uint64_t fileSize, DirectoryPlace* place);
   bool BuildIndex();
+  uint8_t* NewBytes(uint64_t size);
   std::string_view NameAt(uint32_t index) const;
 
+  Work* const work_;
+  HeldMemory held_;
   const uint8_t* bytes_ = nullptr;
   uint64_t size_ = 0;
   uint64_t shift_ = 0;

@@ -21,7 +21,7 @@ Inflater::Step Inflater::Run(std::span<const uint8_t> input, uint8_t* output, ui
   stream_.avail_out = size;
   const int result = inflate(&stream_, Z_FINISH);
   return {static_cast<uint32_t>(input.size() - stream_.avail_in), size - stream_.avail_out,
-          result != Z_OK && result != Z_BUF_ERROR};
+          result != Z_OK && result != Z_BUF_ERROR, result == Z_MEM_ERROR};
 }
 
 }  // namespace fi::zip

@@ -22,7 +22,8 @@ class Inflater {
   struct Step {
     uint32_t consumed;
     uint32_t produced;
-    bool ended;  // the stream is complete or broken: there is no more
+    bool ended;     // the stream is complete or broken: there is no more
+    bool noMemory;  // and that is why
   };
 
   // Goes on with the next bytes of the stream. REQUIRES: Start.

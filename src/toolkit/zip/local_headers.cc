@@ -13,6 +13,7 @@
 #include <span>
 #include <utility>
 
+#include "platform/work.h"
 #include "toolkit/zip/inflater.h"
 #include "toolkit/zip/limits.h"
 #include "toolkit/zip/records.h"
@@ -39,7 +40,10 @@ void Store(uint8_t* to, uint64_t value, uint32_t bytes) {
 class Scan {
  public:
   Scan(const io::HandleReader& reader, RebuiltDirectory* directory)
-      : reader_(reader), fileSize_(reader.Size()), directory_(*directory) {}
+      : reader_(reader),
+        work_(WorkOf(reader.handle())),
+        fileSize_(reader.Size()),
+        directory_(*directory) {}
 
   bool Run() {
     uint64_t at = 0;
@@ -55,6 +59,11 @@ class Scan {
   }
 
  private:
+  bool NoMemory() const {
+    if (work_ != nullptr) work_->noMemory = true;
+    return false;
+  }
+
   // The name is in `block_` afterwards.
   bool ReadHeader(uint64_t at, LocalMember* member) {
     const uint32_t count = reader_.ReadAt(at, block_.data(), local::kSize + kMaxName);
@@ -120,7 +129,7 @@ class Scan {
   // Finds the end of deflated data by inflating it.
   bool Inflate(LocalMember* member) {
     std::array<uint8_t, kInputBlock> output;
-    if (!inflater_.Start()) return false;
+    if (!inflater_.Start()) return NoMemory();
     uint64_t packed = 0;
     uint64_t size = 0;
     while (packed < member->packedSize) {
@@ -134,7 +143,10 @@ class Scan {
         packed += step.consumed;
         size += step.produced;
         examined_ += step.consumed + step.produced;
+        if (work_ != nullptr) work_->SpendInflated(step.consumed, step.produced);
+        if (step.noMemory) return NoMemory();
         if (examined_ > kMaxRebuiltExamined) return false;
+        if (work_ != nullptr && work_->Inflatable() == 0) return false;
       } while (!step.ended && step.produced > 0);
       if (step.ended) {
         member->packedSize = packed;
@@ -184,7 +196,7 @@ class Scan {
     if (length <= capacity_ - directory_.size) return true;
     const uint64_t capacity = 2 * capacity_ + kInputBlock;
     std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[capacity]);
-    if (bytes == nullptr) return false;
+    if (bytes == nullptr) return NoMemory();
     if (directory_.size > 0) std::memcpy(bytes.get(), directory_.bytes.get(), directory_.size);
     directory_.bytes = std::move(bytes);
     capacity_ = capacity;
@@ -192,6 +204,7 @@ class Scan {
   }
 
   const io::HandleReader& reader_;
+  Work* const work_;
   const uint64_t fileSize_;
   RebuiltDirectory& directory_;
   uint64_t capacity_ = 0;

@@ -71,7 +71,7 @@ bool DeflatedHandle::Restart() {
   consumed_ = 0;
   at_ = 0;
   ended_ = false;
-  if (inflater_ != nullptr) return inflater_->Start();
+  if (inflater_ != nullptr) return inflater_->Start();  // which only starts anew
   inflater_ = view_.TakeInflater();
   return inflater_ != nullptr;
 }
@@ -93,6 +93,7 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
     consumed_ += step.consumed;
     count += step.produced;
     ended_ = step.ended || (step.consumed == 0 && step.produced == 0);
+    if (step.noMemory) NoteNoMemory(this);
     view_.CountInflated(step.consumed, step.produced);
   }
   at_ += count;
@@ -113,7 +114,7 @@ bool DeflatedHandle::SkipTo(uint64_t offset) {
 bool DeflatedHandle::Keep() {
   constexpr uint32_t kRoom = 260;
   const auto size = static_cast<uint32_t>(readable_);
-  content_.reset(new (std::nothrow) uint8_t[size + kRoom]);
+  content_.reset(Allocated(work(), new (std::nothrow) uint8_t[size + kRoom]));
   if (content_ == nullptr || !Restart()) return false;
   kept_ = std::min(size, Inflate(content_.get(), size + kRoom));
   view_.GiveBack(std::move(inflater_));

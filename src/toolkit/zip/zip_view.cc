@@ -24,7 +24,7 @@ namespace {
 int32_t Open(IOHandle* handle, uint32_t nesting, bool (ZipView::*load)(), IOHandle** target) {
   *target = nullptr;
   if (nesting > kMaxNesting) return kIoError;
-  auto* view = new (std::nothrow) ZipView(handle, nesting);
+  auto* view = Allocated(WorkOf(handle), new (std::nothrow) ZipView(handle, nesting));
   if (view == nullptr) return kIoError;
   if (!(view->*load)()) {
     (void)view->operations->close(view);
@@ -48,6 +48,7 @@ ZipView::ZipView(IOHandle* handle, uint32_t nesting)
     : PositionedHandle({}, {nesting, WorkOf(handle)}),
       reader_(handle),
       fileSize_(reader_.Size()),
+      directory_(work()),
       packable_(Packable(fileSize_, nesting)) {}
 
 int32_t ZipView::ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
@@ -90,8 +91,9 @@ std::span<const uint8_t> ZipView::Input(uint64_t offset, uint32_t least, uint64_
 
 std::unique_ptr<Inflater> ZipView::TakeInflater() {
   std::unique_ptr<Inflater> inflater = std::move(idle_);
-  if (inflater == nullptr) inflater.reset(new (std::nothrow) Inflater);
-  if (inflater != nullptr && !inflater->Start()) return nullptr;
+  if (inflater == nullptr) inflater.reset(Allocated(work(), new (std::nothrow) Inflater));
+  if (inflater != nullptr && !inflater->Start())
+    return Allocated(work(), std::unique_ptr<Inflater>());
   return inflater;
 }
 
@@ -119,15 +121,15 @@ int32_t ZipView::OpenMember(IOHandle** target, const IOMemberSource& source) {
   Entry entry;
   if (path.size() == sizeof(source.path) || !directory_.Find(path, &entry)) return kIoNotFound;
   if (entry.IsFolder()) {
-    *target = new (std::nothrow) FolderHandle(*this, entry.name);
+    *target = Allocated(work(), new (std::nothrow) FolderHandle(*this, entry.name));
     return *target == nullptr ? kIoError : kIoOk;
   }
   uint64_t data = 0;
   if ((entry.flags & kEncrypted) != 0 || !Locate(&entry, &data)) return kIoError;
   if (entry.method == kStored) {
-    *target = new (std::nothrow) StoredHandle(*this, entry, data);
+    *target = Allocated(work(), new (std::nothrow) StoredHandle(*this, entry, data));
   } else if (entry.method == kDeflated) {
-    *target = new (std::nothrow) DeflatedHandle(*this, entry, data);
+    *target = Allocated(work(), new (std::nothrow) DeflatedHandle(*this, entry, data));
   }
   return *target == nullptr ? kIoError : kIoOk;
 }

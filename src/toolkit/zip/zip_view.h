@@ -66,6 +66,7 @@ class ZipView final : public io::PositionedHandle {
   int64_t Size() override { return static_cast<int64_t>(fileSize_); }
   int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override;
   int32_t OpenMember(IOHandle** target, const IOMemberSource& source) override;
+  void ForgetNames() override { directory_.Forget(); }
 
  private:
   ~ZipView() override = default;
