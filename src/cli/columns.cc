@@ -58,7 +58,7 @@ void AppendPuid(const RecordSource& source, std::string& out) {
   out += OnlyOne(source.answer.facts.puids);
 }
 void AppendLine(const RecordSource& source, std::string& out) {
-  if (source.answer.passwordLine != 0) AppendNumber(source.answer.passwordLine, out);
+  if (source.answer.passwordLine != kNoPassword) AppendNumber(source.answer.passwordLine, out);
 }
 
 constexpr Column kColumns[] = {
@@ -236,6 +236,8 @@ std::string_view StatusName(AnswerStatus status) {
       return "unknown";
     case AnswerStatus::kProtected:
       return "protected";
+    case AnswerStatus::kLimited:
+      return "limited";
     case AnswerStatus::kError:
       break;
   }

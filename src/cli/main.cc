@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "cli/catalogue.h"
+#include "cli/limits.h"
 #include "cli/options.h"
 #include "cli/session.h"
 #include "cli/usage.h"
@@ -58,11 +59,12 @@ ExitCode Identify(const Options& options, Output& output) {
     return kTrouble;
   }
   const Hasher* hashes = hasHashes ? &hasher : nullptr;
-  if (options.passwordDescriptor < 0 && options.passwordFile.empty())
+  const bool hasPasswords = options.passwordDescriptor >= 0 || !options.passwordFile.empty();
+  if (!hasPasswords && !options.triesDefaultPassword)
     return Session(options, nullptr, hashes, output).Run();
   Passwords passwords;
-  if (!ReadPasswords(options, passwords)) return kTrouble;
-  const PasswordAnswers answers;
+  if (hasPasswords && !ReadPasswords(options, passwords)) return kTrouble;
+  if (options.triesDefaultPassword) passwords.AddDefault();
   return Session(options, &passwords, hashes, output).Run();
 }
 
@@ -76,6 +78,9 @@ ExitCode RunTask(const Options& options, Output& output) {
       break;
     case Task::kShowVersion:
       text = "formatid " FORMATID_VERSION "\n";
+      break;
+    case Task::kShowLimits:
+      text = LimitsText();
       break;
     case Task::kListFormats:
       if (!AppendCatalogue(options.catalogue, options.described, text)) {

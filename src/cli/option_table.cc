@@ -52,6 +52,8 @@ constexpr OptionRow kRows[] = {
      "With a slash between them."},
     {kAll, "a", "all", kNone, "", "", Layout(kAll), kAnswer,
      "all that is known, over several lines", ""},
+    {kExplain, "x", "explain", kNone, "", "", SetOf(kCsv, kFormat, kAll, kSuggestNames) | kTextOnly,
+     kAnswer, "why: what was read, matched and asked (also with --json)", ""},
     {kHash, "", "hash", kRepeated, "ALG", "md5 sha1 sha256 sha512 blake2b512 xxh128", 0, kAnswer,
      "add hashes: md5, sha1, sha256, sha512, blake2b512, xxh128",
      "Several, with commas between them or by repeating the option. They are read from the same "
@@ -75,6 +77,9 @@ constexpr OptionRow kRows[] = {
      "take passwords from F, one a line (- is standard input)", "All are tried on each document."},
     {kPasswordFd, "", "password-fd", kNeeded, "N", "", 0, kPasswords,
      "take them from the open descriptor N", ""},
+    {kTryDefaultPassword, "", "try-default-password", kNone, "", "", 0, kPasswords,
+     "try the well-known one of write-protected workbooks",
+     "After those of the other options. Such a workbook opens for everyone."},
 
     {kBrief, "b", "brief", kNone, "", "", SetOf(kSeparator, kPrint0), kOutput, "no paths", ""},
     {kSeparator, "F", "separator", kNeeded, "S", "", SetOf(kPrint0), kOutput,
@@ -98,6 +103,9 @@ constexpr OptionRow kRows[] = {
      "The output is the same for every N."},
     {kUnordered, "", "unordered", kNone, "", "", 0, kRun,
      "records may come in another order than the inputs", ""},
+    {kLimits, "", "limits", kOptional, "LIST", "", 0, kRun,
+     "set what a file may cost: NAME=N,...; alone: their names",
+     "N is a number, or 'none'. What reaches a limit is reported, with the best answer so far."},
     {kProgress, "", "progress", kNone, "", "", SetOf(kQuiet), kRun,
      "show on standard error how far the run is", "SIGUSR1 prints it once."},
     {kQuiet, "q", "quiet", kNone, "", "", 0, kRun, "no progress", ""},
@@ -139,7 +147,7 @@ constexpr Example kExamples[] = {
 
 constexpr ExitRow kExits[] = {
     {"0", "All input was read."},
-    {"1", "Some input could not be read, or is encrypted and stayed closed."},
+    {"1", "Some input could not be read, is encrypted and stayed closed, or reached a limit."},
     {"2", "Wrong usage, unusable passwords or lists, no memory, or output that cannot be written."},
     {"3", "A check that was asked for failed, and none of the above."},
 };

@@ -6,6 +6,7 @@
 #include <charconv>
 
 #include "cli/command_line.h"
+#include "cli/limits.h"
 
 namespace fi::app {
 namespace {
@@ -107,6 +108,8 @@ std::string SetAnswer(const CommandLine& line, Options& options) {
 
 std::string SetLayout(const CommandLine& line, Options& options) {
   ReportStyle& style = options.style;
+  style.isExplained = line.Has(Option::kExplain);
+  if (style.isExplained) style.layout = Layout::kExplain;
   if (line.Has(Option::kAll)) style.layout = Layout::kAll;
   if (line.Has(Option::kJson)) style.layout = Layout::kJson;
   if (line.Has(Option::kJsonLines)) style.layout = Layout::kJsonLines;
@@ -134,6 +137,10 @@ std::string SetRun(const CommandLine& line, Options& options) {
   options.run.isUnordered = line.Has(Option::kUnordered);
   if (line.Has(Option::kProgress)) options.progress = ProgressUse::kAlways;
   if (line.Has(Option::kQuiet)) options.progress = ProgressUse::kNone;
+  if (line.Has(Option::kLimits)) {
+    std::string fault;
+    if (!ParseLimits(line.Value(Option::kLimits), options.limits, fault)) return fault;
+  }
   if (!line.Has(Option::kJobs)) return {};
   const bool isNumber = ReadNumber(line.Value(Option::kJobs), options.run.threads);
   return isNumber && options.run.threads >= 1 && options.run.threads <= kMostJobs
@@ -143,6 +150,7 @@ std::string SetRun(const CommandLine& line, Options& options) {
 
 // No fault tells a value: it may be a password in the wrong place.
 std::string SetPasswords(const CommandLine& line, Options& options) {
+  options.triesDefaultPassword = line.Has(Option::kTryDefaultPassword);
   if (line.Has(Option::kPasswordFile)) {
     const std::string name = line.Value(Option::kPasswordFile);
     if (name.empty()) return "the file of passwords has no name";
@@ -183,6 +191,8 @@ std::string SetTask(const CommandLine& line, Options& options) {
     options.task = Task::kShowHelp;
   } else if (line.Has(Option::kVersion)) {
     options.task = Task::kShowVersion;
+  } else if (line.Has(Option::kLimits) && *line.Value(Option::kLimits) == '\0') {
+    options.task = Task::kShowLimits;
   } else if (line.Has(Option::kListFormats)) {
     options.task = Task::kListFormats;
     options.described = line.Value(Option::kListFormats);

@@ -8,7 +8,7 @@
 
 #include "cli/catalogue.h"
 #include "cli/report.h"
-#include "formatid/formatid.h"
+#include "formatid/identify.h"
 #include "run/file_walk.h"
 #include "run/identify.h"
 #include "run/pipeline.h"
@@ -16,7 +16,7 @@
 
 namespace fi::app {
 
-enum class Task { kIdentify, kListFormats, kDescribe, kShowVersion, kShowHelp };
+enum class Task { kIdentify, kListFormats, kDescribe, kShowLimits, kShowVersion, kShowHelp };
 
 struct Options {
   Task task = Task::kIdentify;
@@ -30,10 +30,12 @@ struct Options {
   bool isRecursive = false;
   WalkOptions walk;
   int64_t largest = -1;  // bytes of a file in a directory; -1: any
-  uint32_t flags = kFiUseFlags | kFiTextFallback | kFiDelimitedText | kFiSupplement;
+  uint32_t flags = kFiEverything;
+  FILimits limits = {};  // keyRounds: of one password
   // Where passwords come from; at most one of the two is set.
   std::string passwordFile;     // empty: none
   int passwordDescriptor = -1;  // -1: none
+  bool triesDefaultPassword = false;
   ReportStyle style;
   bool flushEachRecord = false;
   Pipeline::Settings run;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/explain.h"
 #include "formatid/formatid.h"
 #include "run/base64.h"
 #include "run/escape.h"
@@ -94,6 +95,9 @@ void Report::AppendRecord(std::string_view path, uint64_t number, const Answer& 
     case Layout::kNames:
       AppendRename(path, answer, out);
       break;
+    case Layout::kExplain:
+      AppendExplained(source, out);
+      break;
   }
 }
 
@@ -118,7 +122,7 @@ void Report::AppendField(const Answer& answer, std::string& out) const {
   switch (style_.field) {
     case Field::kName:
       out += facts.name;
-      if (answer.status == AnswerStatus::kProtected) out += " (" + answer.error + ")";
+      if (!answer.error.empty()) out += " (" + answer.error + ")";
       break;
     case Field::kMime:
       out += facts.mimeType[0] != '\0' ? facts.mimeType : kNoMimeType;
@@ -179,6 +183,11 @@ void Report::AppendAll(const RecordSource& source, std::string& out) const {
   if (IsExtensionMismatch(source.path, source.answer.facts)) out += "  the extension mismatches\n";
 }
 
+void Report::AppendExplained(const RecordSource& source, std::string& out) const {
+  AppendAll(source, out);
+  AppendSteps(source.answer, out);
+}
+
 void Report::AppendJson(const RecordSource& source, std::string& out) const {
   const Answer& answer = source.answer;
   const bool hasFormat = answer.status != AnswerStatus::kError;
@@ -224,11 +233,12 @@ void Report::AppendJson(const RecordSource& source, std::string& out) const {
   AppendJsonText(facts.category, out);
   out += ",\"puids\":";
   AppendJsonList(facts.puids, out);
-  if (answer.passwordLine != 0) {
+  if (answer.passwordLine != kNoPassword) {
     out += ",\"password_line\":";
     AppendNumber(answer.passwordLine, out);
   }
   if (!source.hashes.empty()) AppendHashes(source, out);
+  if (style_.isExplained) AppendJsonSteps(answer, out);
   out += '}';
 }
 

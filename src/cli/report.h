@@ -14,13 +14,14 @@
 
 namespace fi::app {
 
-enum class Layout { kText, kAll, kJson, kJsonLines, kCsv, kTemplate, kNames };
+enum class Layout { kText, kAll, kJson, kJsonLines, kCsv, kTemplate, kNames, kExplain };
 enum class Field { kName, kMime, kId, kExtensions };
 
 struct ReportStyle {
   Layout layout = Layout::kText;
   std::vector<HashKind> hashes;  // what Answer::hashes holds
 
+  bool isExplained = false;            // Answer::steps are shown
   std::vector<const Column*> columns;  // kCsv
   Template pattern;                    // kTemplate
 
@@ -63,6 +64,7 @@ class Report {
   void AppendField(const Answer& answer, std::string& out) const;
   void AppendFindings(std::string_view path, const Answer& answer, std::string& out) const;
   void AppendAll(const RecordSource& source, std::string& out) const;
+  void AppendExplained(const RecordSource& source, std::string& out) const;
   void AppendJson(const RecordSource& source, std::string& out) const;
   void AppendCsv(const RecordSource& source, std::string& out) const;
   void AppendRename(std::string_view path, const Answer& answer, std::string& out) const;

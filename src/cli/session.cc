@@ -68,6 +68,8 @@ IdentifySettings SettingsOf(const Options& options, const Passwords* passwords,
   IdentifySettings settings;
   settings.links = options.walk.links;
   settings.flags = options.flags;
+  settings.limits = options.limits;
+  settings.isTraced = options.style.isExplained;
   settings.passwords = passwords;
   settings.hasher = hasher;
   settings.largest = options.largest;

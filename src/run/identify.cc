@@ -6,13 +6,13 @@
 
 #include <cerrno>
 #include <cstring>
-#include <memory>
 #include <string>
+#include <vector>
 
-#include "formatid/formatid.h"
 #include "run/hasher.h"
 #include "run/passwords.h"
 #include "run/standard_input.h"
+#include "run/within_memory.h"
 
 namespace fi::app {
 namespace {
@@ -20,32 +20,17 @@ namespace {
 constexpr FIFormatFacts kUnknownFacts = {kFormatUnknown, "unknown", "", "", "", ""};
 constexpr FIFormatFacts kEmptyFacts = {kFormatUnknown, "empty", "", "application/x-empty", "", ""};
 
-struct HandleCloser {
-  void operator()(IOHandle* handle) const { (void)handle->operations->close(handle); }
-};
-using OwnedHandle = std::unique_ptr<IOHandle, HandleCloser>;
-
 void Reset(Answer& answer) {
   answer.status = AnswerStatus::kUnknown;
   answer.facts = kUnknownFacts;
   answer.basis = kFiBasisNone;
   answer.corrects = 0;
   answer.size = -1;
-  answer.passwordLine = 0;
+  answer.passwordLine = kNoPassword;
   answer.error.clear();
   answer.hashes.clear();
-}
-
-int64_t SizeOf(IOHandle* handle) {
-  const IOHandleOperations& operations = *handle->operations;
-  int64_t size = -1;
-  if (operations.seek64(handle, kIoFromEnd, 0) != 0) return -1;
-  return operations.tell64(handle, &size) == 0 ? size : -1;
-}
-
-int32_t ReadError(IOHandle* handle) {
-  int32_t error = 0;
-  return handle->operations->getInfo(handle, kIoInfoReadError, &error) == 0 ? error : 0;
+  answer.steps.clear();
+  answer.spent = {};
 }
 
 // Fails an input that did open, so that its size stays known.
@@ -56,10 +41,13 @@ void FailRead(std::string_view reason, Answer& answer) {
 }
 
 // Why an encrypted input stayed closed; nullptr for the other statuses.
-const char* ProtectedReason(uint32_t status) {
+const char* ProtectedReason(uint32_t status, FormatId id) {
+  // Encrypted packages whose name says so: nothing failed where no password was to be had.
+  constexpr FormatId kEncryptedOffice = 1819;
+  constexpr FormatId kIworkPackage = 1834;
   switch (status) {
     case kFiPasswordNeeded:
-      return "a password is needed";
+      return id == kEncryptedOffice || id == kIworkPackage ? nullptr : "a password is needed";
     case kFiDecryptionFailed:
       return "the encryption is damaged or of an unknown scheme";
     case kFiWrongPassword:
@@ -69,17 +57,104 @@ const char* ProtectedReason(uint32_t status) {
   }
 }
 
-void SetFormat(FormatId id, uint16_t basis, Answer& answer) {
+void SetFormat(const FIResult& result, Answer& answer) {
   if (answer.size == 0) {
     // Whatever the name of an empty file suggests, there is no content of any format.
     answer.facts = kEmptyFacts;
     return;
   }
-  if (id == kFormatUnknown) return;
+  if (result.id == kFormatUnknown) return;
   answer.status = AnswerStatus::kOk;
-  answer.basis = basis;
-  if (UTGetFormatFacts(id, &answer.facts) != 0)
-    answer.facts = {id, "unnamed format", "", "", "", ""};
+  answer.basis = result.basis & 0xFF;
+  if ((result.basis & kFiBasisCorrection) != 0) answer.corrects = result.row;
+  answer.facts = {result.id,       result.name,       result.category,
+                  result.mimeType, result.extensions, result.puids};
+  if (result.name[0] == '\0') answer.facts.name = "unnamed format";
+}
+
+constexpr uint32_t kDeclined = 1;
+
+uint32_t GivePassword(void* context, const FIRequest*, FIPasswordRequest* ask) noexcept {
+  auto* rounds = static_cast<PasswordRounds*>(context);
+  return rounds->Give(ask->attempts, ask->password, ask->capacity) ? 0 : kDeclined;
+}
+
+void NoteStep(void* context, const FITraceRecord* record) noexcept {
+  // A hostile file makes many; the first of them tell enough.
+  constexpr size_t kMostSteps = 10'000;
+  auto& steps = *static_cast<std::vector<TraceStep>*>(context);
+  if (steps.size() >= kMostSteps) return;
+  (void)WithinMemory([&] {
+    steps.push_back({record->kind, record->text, record->number, record->id, record->row,
+                     record->offset, record->count});
+  });
+}
+
+// What the status of a source that did open means for its record.
+void SetStatus(uint32_t status, const FIResult& result, Answer& answer) {
+  if (result.fileSize != FI_UNKNOWN_SIZE) answer.size = static_cast<int64_t>(result.fileSize);
+  switch (status) {
+    case kFiReadFailed:
+      return FailRead(std::strerror(result.error), answer);
+    case kFiNoMemory:
+      return FailRead("out of memory", answer);
+    default:
+      break;
+  }
+  const char* reason = ProtectedReason(status, result.id);
+  const bool isAnswered =
+      status == kFiOk || status == kFiLimitReached || status == kFiPasswordNeeded;
+  if (!isAnswered && reason == nullptr) return FailRead(FIStatusText(status), answer);
+  SetFormat(result, answer);
+  if (status == kFiLimitReached) {
+    answer.status = AnswerStatus::kLimited;
+    answer.error = "limit reached: ";
+    answer.error += FILimitText(result.limit);
+  } else if (reason != nullptr) {
+    answer.status = AnswerStatus::kProtected;
+    answer.error = reason;
+  }
+}
+
+// The library counts the rounds of all passwords of a request together.
+uint64_t RoundsForAll(uint64_t ofOne) {
+  constexpr uint64_t kUsual = 1'000'000;
+  if (ofOne == 0) ofOne = kUsual;
+  return ofOne > FI_NO_LIMIT / PasswordRounds::kPerRound ? FI_NO_LIMIT
+                                                         : ofOne * PasswordRounds::kPerRound;
+}
+
+// The one call of the library. False, with its errno, when the source does not open.
+bool IdentifySource(const FISource& source, const IdentifySettings& settings, Answer& answer,
+                    int& error) {
+  FIRequest request = FI_REQUEST_INIT;
+  FIResult result = FI_RESULT_INIT;
+  PasswordRounds rounds(settings.passwords);
+  request.flags = settings.flags;
+  request.source = source;
+  request.limits = settings.limits;
+  if (settings.passwords != nullptr) {
+    request.limits.keyRounds = RoundsForAll(settings.limits.keyRounds);
+    request.password = GivePassword;
+    request.passwordContext = &rounds;
+  }
+  if (settings.isTraced) {
+    request.trace = NoteStep;
+    request.traceContext = &answer.steps;
+  }
+  uint32_t status = kFiOk;
+  do {
+    answer.steps.clear();
+    status = FIIdentify(&request, &result);
+  } while (status == kFiWrongPassword && rounds.Next());
+  if (status == kFiNotOpened || status == kFiNotFound || status == kFiAccessDenied) {
+    error = result.error;
+    return false;
+  }
+  answer.spent = result.spent;
+  SetStatus(status, result, answer);
+  if (status == kFiOk) answer.passwordLine = rounds.lastLine();
+  return true;
 }
 
 const char* KindOf(mode_t mode) {
@@ -124,16 +199,15 @@ class OwnedDescriptor {
 // `path` is what the name of the file is taken from.
 void IdentifyDescriptor(int descriptor, const std::string& path, const IdentifySettings& settings,
                         Answer& answer) {
-  IOHandle* opened = nullptr;
-  const IODescriptorSource source = {descriptor, path.c_str()};
-  if (IOOpen(&opened, kIoSourceDescriptor, &source, 1) != kIoOk)
-    return FailDescriptor(descriptor, errno, answer);
-  {
-    const OwnedHandle handle(opened);
-    IdentifyHandle(opened, settings, answer);
-  }
+  FISource source = {};
+  source.kind = kFiSourceDescriptor;
+  source.descriptor = descriptor;
+  source.name = path.c_str();
+  int error = 0;
+  if (!IdentifySource(source, settings, answer, error))
+    return FailDescriptor(descriptor, error, answer);
   if (settings.hasher != nullptr && answer.status != AnswerStatus::kError) {
-    const int error = settings.hasher->HashFile(descriptor, answer.hashes);
+    error = settings.hasher->HashFile(descriptor, answer.hashes);
     if (error != 0) FailRead(std::strerror(error), answer);
   }
 }
@@ -178,27 +252,30 @@ void IdentifyPath(const std::string& path, const IdentifySettings& settings, Ans
   if (path.find('\0') != std::string::npos) return Fail("the name holds a NUL byte", answer);
   if (settings.links == LinkUse::kNone || settings.hasher != nullptr)
     return IdentifyOpened(path, settings, answer);
-  IOHandle* opened = nullptr;
-  if (IOOpen(&opened, kIoSourcePath, path.c_str(), 1) != kIoOk)
-    return FailOpen(path.c_str(), errno, answer);
-  const OwnedHandle handle(opened);
-  IdentifyHandle(opened, settings, answer);
+  FISource source = {};
+  source.kind = kFiSourcePath;
+  source.path = path.c_str();
+  int error = 0;
+  if (!IdentifySource(source, settings, answer, error)) FailOpen(path.c_str(), error, answer);
 }
 
 void IdentifyStandardInput(const IdentifySettings& settings, Answer& answer) {
   StandardInput input(settings.stdinLimit);
-  IOHandle* opened = nullptr;
-  if (!input.Open(STDIN_FILENO, settings.stdinName, &opened)) {
+  if (!input.Open(STDIN_FILENO)) {
     return Fail(input.IsOverLimit() ? "is larger than --stdin-limit allows" : std::strerror(errno),
                 answer);
   }
-  {
-    const OwnedHandle handle(opened);
-    IdentifyHandle(opened, settings, answer);
-  }
+  FISource source = {};
+  source.kind = input.descriptor() < 0 ? kFiSourceMemory : kFiSourceDescriptor;
+  source.descriptor = input.descriptor();
+  source.data = input.memory().data();
+  source.size = input.memory().size();
+  source.name = settings.stdinName;
+  int error = 0;
+  if (!IdentifySource(source, settings, answer, error)) return Fail(std::strerror(error), answer);
   if (settings.hasher == nullptr || answer.status == AnswerStatus::kError) return;
   if (input.descriptor() < 0) return settings.hasher->HashMemory(input.memory(), answer.hashes);
-  const int error = settings.hasher->HashFile(input.descriptor(), answer.hashes);
+  error = settings.hasher->HashFile(input.descriptor(), answer.hashes);
   if (error != 0) FailRead(std::strerror(error), answer);
 }
 
@@ -208,32 +285,6 @@ void Fail(std::string_view reason, Answer& answer) {
   Reset(answer);
   answer.status = AnswerStatus::kError;
   answer.error = reason;
-}
-
-void IdentifyHandle(IOHandle* handle, const IdentifySettings& settings, Answer& answer) {
-  Reset(answer);
-  FormatId id = kFormatUnknown;
-  FIEvidence evidence{};
-  uint32_t status = kFiOk;
-  PasswordRounds rounds(settings.passwords);
-  do {
-    status = FIIdHandleEvidence(handle, settings.flags, &id, &evidence);
-  } while (status == kFiWrongPassword && rounds.Next());
-  answer.size = SizeOf(handle);
-  // An answer that rests on what could be read before a fault would look like a sound one.
-  if (const int32_t error = ReadError(handle); error != 0) {
-    return FailRead(std::strerror(error), answer);
-  }
-  const char* reason = ProtectedReason(status);
-  if (status != kFiOk && reason == nullptr) {
-    return FailRead("identification failed (status " + std::to_string(status) + ")", answer);
-  }
-  SetFormat(id, evidence.basis & 0xFF, answer);
-  if ((evidence.basis & kFiBasisCorrection) != 0) answer.corrects = evidence.signature;
-  if (reason != nullptr) {
-    answer.status = AnswerStatus::kProtected;
-    answer.error = reason;
-  }
 }
 
 void Identify(Job& job, const IdentifySettings& settings) {

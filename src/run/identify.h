@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "formatid/io.h"
+#include "formatid/identify.h"
 #include "run/answer.h"
 #include "run/job.h"
 
@@ -16,7 +16,9 @@ class Passwords;
 
 struct IdentifySettings {
   LinkUse links = LinkUse::kArguments;
-  uint32_t flags = 0;                    // of FIIdHandle
+  uint32_t flags = 0;                    // of FIRequest
+  FILimits limits = {};                  // keyRounds: of one password
+  bool isTraced = false;                 // steps are wanted
   const Passwords* passwords = nullptr;  // nullptr: none
   const Hasher* hasher = nullptr;        // nullptr: no hashes
   int64_t largest = -1;                  // bytes of a file met in a directory; -1: any
@@ -27,9 +29,6 @@ struct IdentifySettings {
 // Sets the answer of `job`, keeping the room of its texts, or `isSkipped`. What is no regular file
 // is not read. For several threads at once.
 void Identify(Job& job, const IdentifySettings& settings);
-
-// Identifies an open handle, which stays the caller's.
-void IdentifyHandle(IOHandle* handle, const IdentifySettings& settings, Answer& answer);
 
 // Makes `answer` an error of which nothing else is known.
 void Fail(std::string_view reason, Answer& answer);

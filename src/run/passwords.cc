@@ -7,14 +7,13 @@
 #include <cerrno>
 #include <cstring>
 
-#include "formatid/platform.h"
-
 namespace fi::app {
 namespace {
 
 constexpr size_t kRoom = Passwords::kMostBytes + 1;  // one more tells what is too large
 
-constexpr uint32_t kDeclined = 1;
+// Published as the password of such workbooks.
+constexpr std::string_view kDefaultPassword = "VelvetSweatshop";
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -75,31 +74,9 @@ bool Passwords::ReadFile(const std::string& path, std::string& error) {
   return read;
 }
 
-namespace {
-
-thread_local PasswordRounds* currentRounds = nullptr;
-
-uint32_t AnswerRequest(uint32_t code, FIPasswordRequest* request, uintptr_t, uintptr_t) noexcept {
-  if (code != kFiPasswordOfPackage || currentRounds == nullptr) return kDeclined;
-  const bool isGiven = currentRounds->Give(request->attempts, request->password, request->capacity);
-  return isGiven ? 0 : kDeclined;
-}
-
-// The library's global data points to a slot that holds the callback.
-FIPasswordCallback slot = AnswerRequest;
-
-}  // namespace
-
-PasswordAnswers::PasswordAnswers() { (void)UTSetGlobalData(kUtDataPasswordCallback, &slot); }
-
-PasswordAnswers::~PasswordAnswers() { (void)UTSetGlobalData(kUtDataPasswordCallback, nullptr); }
-
-PasswordRounds::PasswordRounds(const Passwords* passwords) : passwords_(passwords) {
-  if (passwords_ != nullptr) currentRounds = this;
-}
-
-PasswordRounds::~PasswordRounds() {
-  if (passwords_ != nullptr) currentRounds = nullptr;
+void Passwords::AddDefault() {
+  lines_.push_back(kDefaultPassword);
+  hasDefault_ = true;
 }
 
 bool PasswordRounds::Next() {
@@ -114,7 +91,8 @@ bool PasswordRounds::Give(size_t attempt, char* buffer, size_t capacity) {
   const std::string_view password = lines[first_ + attempt];
   if (password.size() >= capacity) return false;
   *std::copy(password.begin(), password.end(), buffer) = '\0';
-  lastLine_ = static_cast<uint32_t>(first_ + attempt + 1);
+  const size_t index = first_ + attempt;
+  lastLine_ = passwords_->IsDefault(index) ? 0 : static_cast<int32_t>(index + 1);
   return true;
 }
 

@@ -30,6 +30,11 @@ class Passwords {
   bool ReadDescriptor(int descriptor, std::string& error);
   bool ReadFile(const std::string& path, std::string& error);
 
+  // Adds the password that a workbook carries which is protected against writing only: whoever
+  // opens it is not asked.
+  void AddDefault();
+  bool IsDefault(size_t index) const { return hasDefault_ && index + 1 == lines_.size(); }
+
   // In the order of the lines. They go with this object.
   const std::vector<std::string_view>& lines() const { return lines_; }
 
@@ -38,27 +43,15 @@ class Passwords {
 
   std::unique_ptr<char[]> bytes_;
   std::vector<std::string_view> lines_;
-};
-
-// While it lives, the library finds passwords when it meets an encrypted document: those of the
-// PasswordRounds of the calling thread. There is one at a time.
-class PasswordAnswers {
- public:
-  PasswordAnswers();
-  PasswordAnswers(const PasswordAnswers&) = delete;
-  PasswordAnswers& operator=(const PasswordAnswers&) = delete;
-  ~PasswordAnswers();
+  bool hasDefault_ = false;
 };
 
 // The passwords of one document. The library asks three times in one identification; each round
-// gives it the next three. What is asked for in the thread that made the object is its to answer.
+// gives it the next three.
 class PasswordRounds {
  public:
   // nullptr: there are none. Borrowed.
-  explicit PasswordRounds(const Passwords* passwords);
-  PasswordRounds(const PasswordRounds&) = delete;
-  PasswordRounds& operator=(const PasswordRounds&) = delete;
-  ~PasswordRounds();
+  explicit PasswordRounds(const Passwords* passwords) : passwords_(passwords) {}
 
   // Moves to the next round. False when there is no further password.
   bool Next();
@@ -67,15 +60,15 @@ class PasswordRounds {
   // when there is none or no room for it.
   bool Give(size_t attempt, char* buffer, size_t capacity);
 
-  // Line of the password that was given last, from 1; 0: none was.
-  uint32_t lastLine() const { return lastLine_; }
+  // Line of the password that was given last, from 1; 0: the default password; -1: none was.
+  int32_t lastLine() const { return lastLine_; }
 
- private:
   static constexpr size_t kPerRound = 3;
 
+ private:
   const Passwords* passwords_;
   size_t first_ = 0;  // of the round
-  uint32_t lastLine_ = 0;
+  int32_t lastLine_ = -1;
 };
 
 }  // namespace fi::app

@@ -57,19 +57,16 @@ bool StandardInput::Spool(int descriptor) {
   return true;
 }
 
-bool StandardInput::Open(int descriptor, const char* name, IOHandle** handle) {
+bool StandardInput::Open(int descriptor) {
   if (IsFileAtStart(descriptor)) {
     descriptor_ = descriptor;
-  } else {
-    if (!Spool(descriptor)) return false;
-    if (!file_.IsOpen()) {
-      const IOMemorySource source = {memory_.data(), memory_.size(), name};
-      return IOOpen(handle, kIoSourceMemory, &source, 1) == kIoOk;
-    }
-    descriptor_ = file_.descriptor();
+    return true;
   }
-  const IODescriptorSource source = {descriptor_, name};
-  return IOOpen(handle, kIoSourceDescriptor, &source, 1) == kIoOk;
+  if (!Spool(descriptor)) return false;
+  if (!file_.IsOpen()) return true;
+  memory_ = {};
+  descriptor_ = file_.descriptor();
+  return true;
 }
 
 }  // namespace fi::app

@@ -7,12 +7,11 @@
 #include <span>
 #include <vector>
 
-#include "formatid/io.h"
 #include "run/temporary_file.h"
 
 namespace fi::app {
 
-// Holds the data behind the handle: keep it until the handle is closed.
+// Holds the data: keep it as long as they are used.
 class StandardInput {
  public:
   // What a pipe delivers stays in memory up to this many bytes and goes to a temporary file beyond.
@@ -22,8 +21,8 @@ class StandardInput {
   explicit StandardInput(uint64_t limit) : limit_(limit) {}
 
   // A regular file that stands at its start is read where it lies; anything else is read to its end
-  // first. `name` may be nullptr. False, with errno set, when it cannot be read.
-  bool Open(int descriptor, const char* name, IOHandle** handle);
+  // first. False, with errno set, when it cannot be read.
+  bool Open(int descriptor);
 
   // Open failed because there is more than the limit.
   bool IsOverLimit() const { return isOverLimit_; }

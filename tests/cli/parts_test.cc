@@ -7,9 +7,9 @@
 
 #include <map>
 #include <string>
-#include <thread>
 
-#include "cli/catalogue.h"
+#include "cli/columns.h"
+#include "cli/limits.h"
 #include "cli/report.h"
 #include "run/base64.h"
 #include "run/escape.h"
@@ -94,58 +94,58 @@ TEST(Passwords, AreOneALine) {
   }
 }
 
-// What the library's side sees: no byte beyond its buffer, an answer to its own code alone, three
-// passwords a round, and each thread those of its own document.
-TEST(Passwords, AnswerWithinTheRoomOfTheRequest) {
+// No byte beyond the room of the request, three passwords a round, and the default one last.
+TEST(Passwords, AreGivenThreeARound) {
   Passwords passwords;
   ASSERT_EQ(Read("first\n\nthird\nfourth", passwords), "");
-  void* item = nullptr;
-  {
-    const PasswordAnswers answers;
-    UTGetGlobalData(kUtDataPasswordCallback, &item);
-    ASSERT_NE(item, nullptr);
-    const FIPasswordCallback ask = *static_cast<const FIPasswordCallback*>(item);
-    const struct {
-      int round;
-      uint32_t code;
-      uint32_t attempts;
-      uint32_t capacity;
-      const char* expected;  // null: declined
-      uint32_t line;
-    } cases[] = {
-        {0, kFiPasswordOfPackage, 0, 8, "first", 1},
-        {0, kFiPasswordOfPackage, 1, 1, "", 2},
-        {0, kFiPasswordOfPackage, 2, 6, "third", 3},
-        {0, kFiPasswordOfPackage, 3, 8, nullptr, 3},
-        {0, kFiPasswordOfPackage, 0, 5, nullptr, 3},
-        {0, kFiPasswordOfPackage, 1, 0, nullptr, 3},
-        {0, kFiPasswordOfPackage + 1, 0, 8, nullptr, 3},
-        {1, kFiPasswordOfPackage, 0, 8, "fourth", 4},
-        {1, kFiPasswordOfPackage, 1, 8, nullptr, 4},
-    };
-    PasswordRounds rounds(&passwords);
-    int round = 0;
-    for (const auto& each : cases) {
-      SCOPED_TRACE(std::to_string(each.attempts) + " " + std::to_string(each.capacity));
-      for (; round < each.round; ++round) ASSERT_TRUE(rounds.Next());
-      std::string buffer(9, '#');
-      FIPasswordRequest request{sizeof(request), each.capacity, buffer.data(), nullptr,
-                                each.attempts};
-      EXPECT_EQ(ask(each.code, &request, 0, 0) == 0, each.expected != nullptr);
-      std::string expected = each.expected != nullptr ? each.expected + std::string(1, '\0') : "";
-      expected.resize(9, '#');
-      EXPECT_EQ(buffer, expected);
-      EXPECT_EQ(rounds.lastLine(), each.line);
-    }
-    EXPECT_FALSE(rounds.Next());
-    std::thread([&] {
-      std::string buffer(9, '#');
-      FIPasswordRequest request{sizeof(request), 8, buffer.data(), nullptr, 0};
-      EXPECT_NE(ask(kFiPasswordOfPackage, &request, 0, 0), 0u);
-    }).join();
+  passwords.AddDefault();
+  const struct {
+    int round;
+    size_t attempt;
+    size_t capacity;
+    const char* expected;  // null: declined
+    int32_t line;          // of the last that was given
+  } cases[] = {
+      {0, 0, 5, nullptr, -1}, {0, 0, 8, "first", 1},  {0, 1, 1, "", 2},
+      {0, 1, 0, nullptr, 2},  {0, 2, 6, "third", 3},  {0, 3, 8, nullptr, 3},
+      {1, 0, 8, "fourth", 4}, {1, 1, 15, nullptr, 4}, {1, 1, 16, "VelvetSweatshop", 0},
+      {1, 2, 16, nullptr, 0},
+  };
+  PasswordRounds rounds(&passwords);
+  int round = 0;
+  for (const auto& each : cases) {
+    SCOPED_TRACE(std::to_string(each.attempt) + " " + std::to_string(each.capacity));
+    for (; round < each.round; ++round) ASSERT_TRUE(rounds.Next());
+    std::string buffer(17, '#');
+    EXPECT_EQ(rounds.Give(each.attempt, buffer.data(), each.capacity), each.expected != nullptr);
+    std::string expected = each.expected != nullptr ? each.expected + std::string(1, '\0') : "";
+    expected.resize(17, '#');
+    EXPECT_EQ(buffer, expected);
+    EXPECT_EQ(rounds.lastLine(), each.line);
   }
-  ASSERT_EQ(UTGetGlobalData(kUtDataPasswordCallback, &item), 0u);
-  EXPECT_EQ(item, nullptr);
+  EXPECT_FALSE(rounds.Next());
+}
+
+// The limits of a record, and what reached one.
+TEST(Limits, AreReadByName) {
+  const struct {
+    const char* list;
+    uint64_t reads, memory;
+    bool isRead;
+  } cases[] = {
+      {"reads=7", 7, 0, true},   {"memory=none,reads=1", 1, FI_NO_LIMIT, true},
+      {"reads=0", 0, 0, false},  {"reads", 0, 0, false},
+      {"", 0, 0, false},         {"colour=1", 0, 0, false},
+      {"reads=-1", 0, 0, false}, {"reads=1,", 1, 0, false},
+  };
+  for (const auto& each : cases) {
+    FILimits limits = {};
+    std::string error;
+    EXPECT_EQ(ParseLimits(each.list, limits, error), each.isRead) << each.list;
+    EXPECT_EQ(error.empty(), each.isRead) << each.list;
+    EXPECT_EQ(limits.reads, each.reads) << each.list;
+    EXPECT_EQ(limits.memory, each.memory) << each.list;
+  }
 }
 
 }  // namespace
