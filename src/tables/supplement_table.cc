@@ -173,7 +173,6 @@ constexpr std::string_view kRows[] = {
     "rw '.ra' FD 00 range1(03-05) -> 3467",  // RealAudio 3 to 5
     "rw 'TTA2' range1(01-03) 00 -> 3107",  // True Audio 2: coding of the samples
     "rw 'DTSHDHDR' 00 -> 3462",  // DTS-HD: header of the file
-    "rw 'StuffIt?' -> 3459",  // StuffIt X, segmented
     "rw 'Extended Module: ' -> 3120",  // FastTracker 2 module (XM)
     "rw {'MTM' range1(10-1F) | 'OKTASONG' | 'FAR' FE | 'GDM' FE | 'MMD' range1(30-33) 00 "
         "| 'MAS_UTrack_V00' | 'DBM0' | 'ASYLUM Music Format'} -> 3123",  // Module of another tracker (MTM, OKT, STM, MED, FAR, ULT)
