@@ -32,7 +32,7 @@ void ExpectBoth(IOHandle* handle, const testing::Sample& sample) {
 }
 
 TEST(Corrections, Files) {
-  for (const testing::Sample& sample : testing::ReadSamples("corrections.txt", 4, 1)) {
+  for (const testing::Sample& sample : testing::ReadSamples("corrections.txt", 5, 1)) {
     SCOPED_TRACE(sample.place + ": " + sample.columns[2]);
     testing::MemoryHandle handle(testing::SampleBytes(sample.columns[3]), sample.columns[4]);
     ExpectBoth(&handle, sample);
