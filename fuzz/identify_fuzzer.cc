@@ -4,25 +4,22 @@
 // specific answer. The library's own handle sees compound files as storages; of other files it must
 // say the same.
 //
-// Input: one byte of flags, one that chooses the extension, then the file.
+// Input: the file, see identify_input.h. A seed is named after the identifier that it reaches.
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <iterator>
 #include <string>
 
 #include "api/supplement.h"
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
+#include "fuzz/identify_input.h"
 #include "tests/support/memory_handle.h"
 
 namespace {
 
 using fi::testing::MemoryHandle;
-
-constexpr const char* kNames[] = {"x",     "x.ai",  "x.tga", "x.img", "x.wbm", "x.pwp",
-                                  "x.jsh", "x.dat", "x.rbf", "x.pgl", "x.eml", "x.docx"};
 
 constexpr uint64_t kReadPerByte = 64;
 constexpr uint64_t kReadAnyway = 1 << 20;
@@ -54,11 +51,10 @@ Answer Identify(MemoryHandle& handle, uint32_t flags, uint32_t bufferKilobytes, 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  if (size < 2) return 0;
-  // The behaviour comes from the flags, so that no run depends on the one before it.
-  const uint32_t flags = (data[0] & 0x1Fu) | kFiUseFlags;
-  const std::string name = kNames[data[1] % std::size(kNames)];
-  const std::string file(reinterpret_cast<const char*>(data + 2), size - 2);
+  const fi::fuzz::IdentifyInput input = fi::fuzz::ReadIdentifyInput(data, size);
+  const uint32_t flags = input.flags;
+  const std::string name = input.name;
+  const std::string file(input.file);
 
   MemoryHandle plain(file, name);
   const Answer answer = Identify(plain, flags, 2, file.size());

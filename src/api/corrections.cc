@@ -17,6 +17,7 @@
 #include "stream/file_bytes.h"
 #include "stream/text_head.h"
 #include "tables/signature_table.h"
+#include "tables/supplement_table.h"
 #include "tables/text_probes.h"
 
 namespace fi {
@@ -52,7 +53,7 @@ FormatId LookAtPlotByName(SignatureRun& run, const FixedAnswer& answer) {
 // Three letters near the end made it MPEG audio: a tag that stands behind other audio as well.
 FormatId LookAtTaggedAudio(SignatureRun& run, const FixedAnswer& answer) {
   FormatId id = WalkSignaturesBehind(run, answer.row).id;
-  if (id == kNoMatch) id = AskSupplementSignatures(run).id;
+  if (id == kNoMatch) id = WalkSupplement(run).id;
   return id == kFormatMpegAudio || id == kFormatMpegAudioId3v2 ? kNoMatch : id;
 }
 

@@ -17,7 +17,7 @@ char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' +
 // Deliberate: a 16-bit character counts by its low byte, so that a Cyrillic extension folds to
 // unrelated bytes. Directory separators are not looked for.
 template <class Character>
-Extension ExtensionOf(IOHandle* handle) {
+Extension FoldedExtension(IOHandle* handle) {
   Extension extension{};
   std::array<Character, kIoNameCapacity> name{};
   if (!io::GetInfo(handle, kIoInfoFileName, name.data())) return extension;
@@ -38,7 +38,7 @@ Extension ExtensionOf(IOHandle* handle) {
 Extension ReadExtension(IOHandle* handle) {
   uint32_t width = kIoNameNarrow;
   (void)io::GetInfo(handle, kIoInfoNameWidth, &width);
-  return width == kIoNameWide ? ExtensionOf<uint16_t>(handle) : ExtensionOf<char>(handle);
+  return width == kIoNameWide ? FoldedExtension<uint16_t>(handle) : FoldedExtension<char>(handle);
 }
 
 }  // namespace fi

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/no_throw.h"
 
 extern "C" {
 
@@ -29,10 +30,17 @@ int32_t IOSetInfo(IOHandle* handle, uint32_t item, uint32_t value, const void* d
 
 namespace fi::io {
 
+// The result of one operation of a handle. An operation of a C++ host that throws has failed.
+template <class Operation>
+int32_t ResultOf(Operation&& operation) {
+  return NoThrow<int32_t>(-1, operation);
+}
+
 // Reads up to `size` bytes; the number stored, 0 at end of data and on failure.
 inline uint32_t Read(IOHandle* handle, void* buffer, uint32_t size) {
   uint32_t count = 0;
-  if (handle->operations->read(handle, buffer, size, &count) != 0) return 0;
+  const auto read = [&] { return handle->operations->read(handle, buffer, size, &count); };
+  if (ResultOf(read) != 0) return 0;
   return count <= size ? count : 0;
 }
 
@@ -50,15 +58,16 @@ inline size_t ReadFully(IOHandle* handle, uint8_t* buffer, size_t size) {
 
 // `offset` is signed when the origin is not the start: its 32 bits are passed as they are.
 inline bool Seek(IOHandle* handle, uint32_t origin, uint32_t offset) {
-  return handle->operations->seek(handle, origin, static_cast<int32_t>(offset)) == 0;
+  const auto target = static_cast<int32_t>(offset);
+  return ResultOf([=] { return handle->operations->seek(handle, origin, target); }) == 0;
 }
 
 inline bool Tell(IOHandle* handle, uint32_t* position) {
-  return handle->operations->tell(handle, position) == 0;
+  return ResultOf([=] { return handle->operations->tell(handle, position); }) == 0;
 }
 
 inline bool GetInfo(IOHandle* handle, uint32_t code, void* out) {
-  return handle->operations->getInfo(handle, code, out) == 0;
+  return ResultOf([=] { return handle->operations->getInfo(handle, code, out); }) == 0;
 }
 
 inline bool Has64Bit(IOHandle* handle) {
@@ -69,16 +78,18 @@ inline bool Has64Bit(IOHandle* handle) {
 
 // REQUIRES: Has64Bit.
 inline bool Seek64(IOHandle* handle, uint32_t origin, int64_t offset) {
-  return handle->operations->seek64(handle, origin, offset) == 0;
+  return ResultOf([=] { return handle->operations->seek64(handle, origin, offset); }) == 0;
 }
 
 // REQUIRES: Has64Bit.
 inline bool Tell64(IOHandle* handle, int64_t* position) {
-  return handle->operations->tell64(handle, position) == 0;
+  return ResultOf([=] { return handle->operations->tell64(handle, position); }) == 0;
 }
 
 struct HandleCloser {
-  void operator()(IOHandle* handle) const { (void)handle->operations->close(handle); }
+  void operator()(IOHandle* handle) const {
+    (void)ResultOf([=] { return handle->operations->close(handle); });
+  }
 };
 
 // A handle that the library opened and closes.

@@ -33,6 +33,9 @@ struct SignatureRun {
 // a return, a probe or the end of the table.
 FormatId RunProgram(const uint8_t* program, SignatureRun& run);
 
+// The same, and each probe that is asked is told to the trace of the identification.
+FormatId RunTracedProgram(const uint8_t* program, SignatureRun& run);
+
 // The rule that seek and rewind share: stays inside the buffer where it can and else moves the
 // handle. False when the handle refuses.
 bool MoveTo(IdentificationStream* stream, uint32_t target);

@@ -91,7 +91,7 @@ RowSet<kRows> RowsOfPlaces(const PlacedRows<kRows>& index, IdentificationStream*
 }
 
 // Walks the rows that the first byte and the bytes at their places leave possible.
-template <class Table, size_t kRows>
+template <RowRun kRun = RunProgram, class Table, size_t kRows>
 WalkResult WalkTableWithPlaces(const Table& table, const SignatureIndex<kRows>& index,
                                const PlacedRows<kRows>& placed, SignatureRun& run) {
   const size_t firstByte = std::min<size_t>(ReadFirstByte(run.stream), kNoFirstByte);
@@ -102,7 +102,7 @@ WalkResult WalkTableWithPlaces(const Table& table, const SignatureIndex<kRows>& 
       candidates.Add(RowsOfPlaces(placed, run.stream));
       if (!candidates.Has(row)) continue;
     }
-    const FormatId id = RunProgram(table.bytes.data() + table.starts[row], run);
+    const FormatId id = kRun(table.bytes.data() + table.starts[row], run);
     if (id != kNoMatch) return Match(id, row);
   }
   return {};

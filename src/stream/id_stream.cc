@@ -46,12 +46,11 @@ IdentificationStream* IdStreamOpen(IOHandle* handle, const IdentificationJob& jo
   const uint32_t bufferSize = BufferSize();
   auto* stream = static_cast<IdentificationStream*>(std::calloc(1, sizeof(IdentificationStream)));
   if (stream == nullptr) return Allocated(WorkOf(handle), stream);
-  stream->block = std::calloc(1, bufferSize);
-  if (stream->block == nullptr) {
+  stream->buffer = static_cast<uint8_t*>(std::calloc(1, bufferSize));
+  if (stream->buffer == nullptr) {
     std::free(stream);
     return Allocated(WorkOf(handle), static_cast<IdentificationStream*>(nullptr));
   }
-  stream->buffer = static_cast<uint8_t*>(stream->block);
   stream->next = stream->buffer;
   stream->bufferSize = bufferSize;
   stream->handle = handle;
@@ -61,7 +60,7 @@ IdentificationStream* IdStreamOpen(IOHandle* handle, const IdentificationJob& jo
 
 IOHandle* IdStreamClose(IdentificationStream* stream) {
   IOHandle* handle = stream->handle;
-  std::free(stream->block);
+  std::free(stream->buffer);
   std::free(stream);
   return handle;
 }
@@ -154,32 +153,6 @@ uint32_t IdStreamReadDwordBE(IdentificationStream* stream) {
     value |= (byte == kEndOfData ? 0xFFFFFFFFu : byte) << shift;
   }
   return value;
-}
-
-uint32_t IdStreamGetLine(char* buffer, uint32_t size, IdentificationStream* stream) {
-  if (size < 2) {
-    if (size == 1) buffer[0] = '\0';
-    return 0;
-  }
-  uint32_t length = 0;
-  while (length < size - 1) {
-    const uint32_t byte = IdStreamGetByte(stream);
-    if (byte == kEndOfData) break;
-    if (byte == '\n' || byte == '\r') {
-      // Either order of CR and LF is one line end. End of data is never put back: no stale byte is
-      // handed out after it.
-      const uint32_t other = byte ^ '\n' ^ '\r';
-      const uint32_t following = IdStreamGetByte(stream);
-      if (following != other && following != kEndOfData) {
-        ++stream->remaining;
-        --stream->next;
-      }
-      break;
-    }
-    buffer[length++] = static_cast<char>(byte);
-  }
-  buffer[length] = '\0';
-  return length;
 }
 
 uint32_t IdStreamSkip(uint16_t count, IdentificationStream* stream) {

@@ -29,8 +29,7 @@ struct IdentificationStream {
   int64_t bufferPos;    // file offset of the buffer's first byte
   const uint8_t* next;  // the next byte to hand out
   IOHandle* handle;
-  void* block;  // the stream's allocation
-  uint8_t* buffer;
+  uint8_t* buffer;               // owned
   uint32_t bufferSize;           // bytes
   const IdentificationJob* job;  // borrowed; never null
 };
@@ -84,11 +83,6 @@ int32_t IdStreamGetDwordBE(IdentificationStream* stream, uint32_t* value);
 // A big-endian 32-bit word without a test for the end of data: a byte past the end sets its own
 // place and all higher bits to ones. For a caller that has made sure of the length.
 uint32_t IdStreamReadDwordBE(IdentificationStream* stream);
-
-// Reads a line of at most size - 1 bytes into `buffer`, without its end (LF, LF CR, CR, CR LF or
-// end of data), and terminates it with NUL. Returns its length; 0 for an empty line and at end of
-// data. The rest of a longer line is left for the next call.
-uint32_t IdStreamGetLine(char* buffer, uint32_t size, IdentificationStream* stream);
 
 // Reads and drops `count` bytes. 0, or kEndOfData as soon as the data ends.
 uint32_t IdStreamSkip(uint16_t count, IdentificationStream* stream);

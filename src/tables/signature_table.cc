@@ -557,6 +557,12 @@ WalkResult WalkSignaturesBehind(SignatureRun& run, uint16_t row) {
   return {};
 }
 
+WalkResult WalkSignaturesTraced(SignatureRun& run) {
+  const WalkResult match = WalkTable<RunTracedProgram>(kSignatureTable, kSignatureIndex, run);
+  TellRow(kSignatureTable, match, kFiCatalogue, run);
+  return match;
+}
+
 uint16_t BasisOfRow(uint16_t row) { return BasisOfTableRow(kSignatureTable, row); }
 
 }  // namespace fi

@@ -467,6 +467,12 @@ WalkResult WalkSupplement(SignatureRun& run) {
   return WalkTableWithPlaces(kTable, kIndex, kPlaces, run);
 }
 
+WalkResult WalkSupplementTraced(SignatureRun& run) {
+  const WalkResult match = WalkTableWithPlaces<RunTracedProgram>(kTable, kIndex, kPlaces, run);
+  TellRow(kTable, match, kFiSupplementTable, run);
+  return match;
+}
+
 uint16_t BasisOfSupplementRow(uint16_t row) { return BasisOfTableRow(kTable, row); }
 
 size_t SupplementRows() { return kPrograms; }

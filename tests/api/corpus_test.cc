@@ -1,5 +1,4 @@
-// Real files with known identifiers. The folder is found through FORMATID_CORPUS, or beside the
-// source tree; where there is none, there is nothing to test.
+// Real files with known identifiers. See tests/support/corpus.h.
 
 #include <gtest/gtest.h>
 
@@ -17,6 +16,7 @@
 #include "registry/format_ids.h"
 #include "signature/signature_walk.h"
 #include "tables/signature_table.h"
+#include "tests/support/corpus.h"
 #include "tests/support/plain_walk.h"
 
 namespace fi {
@@ -30,11 +30,6 @@ struct CorpusFile {
   uint32_t status = 0;
   uint16_t entry = 0;  // the deciding row; 0: none
 };
-
-fs::path CorpusFolder() {
-  const char* named = std::getenv("FORMATID_CORPUS");
-  return named != nullptr ? fs::path(named) : fs::path(FORMATID_CORPUS_DIR);
-}
 
 // Columns of the manifest: path, id, status, entry, family ...
 std::vector<CorpusFile> ReadManifest(const fs::path& folder) {
@@ -59,8 +54,10 @@ std::vector<CorpusFile> ReadManifest(const fs::path& folder) {
 class CorpusTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    files_ = ReadManifest(CorpusFolder());
-    if (files_.empty()) GTEST_SKIP() << "no corpus in " << CorpusFolder();
+    const fs::path folder = testing::CorpusFolder();
+    if (folder.empty()) GTEST_SKIP() << "no corpus is named";
+    files_ = ReadManifest(folder);
+    ASSERT_FALSE(files_.empty()) << "no manifest.tsv in " << folder;
   }
 
   std::vector<CorpusFile> files_;

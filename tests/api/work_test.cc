@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/compound_file_writer.h"
+#include "tests/support/corpus.h"
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/hostile_files.h"
 #include "tests/support/identify_work.h"
@@ -215,8 +216,7 @@ TEST(WorkLimits, ChangeNoAnswer) {
 }
 
 TEST(WorkLimits, NoFileOfTheCorpusMeetsThem) {
-  const char* named = std::getenv("FORMATID_CORPUS");
-  const std::filesystem::path folder = named != nullptr ? named : FORMATID_CORPUS_DIR;
+  const std::filesystem::path folder = testing::CorpusFolder();
   if (!std::filesystem::exists(folder)) GTEST_SKIP() << "no corpus in " << folder;
   WorkSpent most;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {

@@ -145,7 +145,7 @@ TEST_F(Walk, IsNotLedOutByLinksThatAppear) {
     }
   });
   IdentifySettings settings;
-  settings.flags = kFiUseFlags | kFiTextFallback;
+  settings.flags = kFiTextFallback;
   int named = 0;
   int refused = 0;
   for (int round = 0; round < 100'000 && (named < 300 || refused < 20); ++round) {

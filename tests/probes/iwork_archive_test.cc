@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <sstream>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "formatid/platform.h"
+#include "tests/support/corpus.h"
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/iwork_writer.h"
 #include "tests/support/samples.h"
@@ -126,8 +126,7 @@ TEST(IworkArchive, Decryption) {
 
 // A document of the application itself; its hint says what the password is.
 TEST(IworkArchive, DocumentOfTheCorpus) {
-  const char* named = std::getenv("FORMATID_CORPUS");
-  const std::filesystem::path folder = named != nullptr ? named : FORMATID_CORPUS_DIR;
+  const std::filesystem::path folder = testing::CorpusFolder();
   const std::string path = folder / "files/iwork13/bcb4baf4_test-issue-93.numbers";
   if (!std::filesystem::exists(path)) GTEST_SKIP() << "no corpus in " << folder;
   const Host host("wrong password");

@@ -117,45 +117,5 @@ TEST(MailAndEncodedText, EncodedLinesWithinTheFirstHundred) {
   }
 }
 
-TEST(LineReader, EndsLines) {
-  const struct {
-    const char* bytes;  // in sample notation
-    uint16_t capacity;
-    const char* lines;  // lengths, up to the second empty line
-  } cases[] = {
-      {"'ab' 0A 'c' 0D 'd'", 9, "2 1 1 0 0 "},
-      {"'ab' 0D0A 'c' 0A0D 'd' 0C 'e'", 9, "2 1 1 1 0 0 "},
-      {"'a' 0A0A 'b' 0D0D 'c'", 9, "1 0 1 0 "},
-      {"'a' 0C0A 'b'", 9, "1 0 1 0 "},
-      {"'abcde' 0A 'f'", 4, "3 2 1 0 0 "},
-      {"'abc' 0A 'f'", 4, "3 0 1 0 "},
-      {"'a' 00 01 0B 'b' 0A", 9, "5 0 0 "},
-      {"'ab'", 2, "1 1 0 0 "},
-      {"'ab'", 1, "0 0 "},
-      {"0D0A0A0D 'a'", 9, "0 0 "},
-  };
-  for (const auto& test : cases) {
-    MemoryHandle handle(SampleBytes(test.bytes));
-    handle.mostPerRead = 1;
-    const ScopedStream stream(&handle);
-    char buffer[16];
-    std::string lengths;
-    for (int empty = 0; empty < 2;) {
-      std::memset(buffer, '!', sizeof(buffer));
-      const uint16_t length = ProbeReadLine(buffer, test.capacity, stream.get());
-      EXPECT_EQ(buffer[length], '\0') << test.bytes;
-      EXPECT_EQ(buffer[test.capacity], '!') << test.bytes;
-      empty += length == 0 ? 1 : 0;
-      lengths += std::to_string(length) + " ";
-    }
-    EXPECT_EQ(lengths, test.lines) << test.bytes;
-  }
-  MemoryHandle handle("a");
-  const ScopedStream stream(&handle);
-  char untouched = '!';
-  EXPECT_EQ(ProbeReadLine(&untouched, 0, stream.get()), 0);
-  EXPECT_EQ(untouched, '!');
-}
-
 }  // namespace
 }  // namespace fi

@@ -154,38 +154,6 @@ TEST(IdStream, UncheckedDwordFillsWithOnesPastTheEnd) {
   }
 }
 
-TEST(IdStream, Lines) {
-  struct Case {
-    const char* name;
-    std::string bytes;
-    uint32_t size;
-    std::vector<std::string> lines;
-  };
-  const Case cases[] = {
-      {"CR LF", "ab\r\ncd", 80, {"ab", "cd", ""}},
-      {"LF CR", "ab\n\rcd", 80, {"ab", "cd"}},
-      {"CR alone", "ab\rcd", 80, {"ab", "cd"}},
-      {"two LF are two ends", "ab\n\ncd", 80, {"ab", "", "cd"}},
-      {"controls are kept", "a\tb\x01\n", 80, {"a\tb\x01", ""}},
-      {"cut lines go on", "abcdef\n", 4, {"abc", "def", ""}},
-      {"no stale byte after the end", "ab\n", 80, {"ab", "", ""}},
-      {"size one", "ab\n", 1, {"", ""}},
-  };
-  for (const Case& test : cases) {
-    SCOPED_TRACE(test.name);
-    for (const uint32_t mostPerRead : {UINT32_MAX, 1u}) {
-      MemoryHandle handle(test.bytes);
-      handle.mostPerRead = mostPerRead;
-      const ScopedStream stream(&handle);
-      for (const std::string& line : test.lines) {
-        char buffer[80] = "stale";
-        EXPECT_EQ(IdStreamGetLine(buffer, test.size, stream.get()), line.size());
-        EXPECT_EQ(std::string(buffer), line);
-      }
-    }
-  }
-}
-
 TEST(IdStream, Skip) {
   MemoryHandle handle(Counting(3000));
   const ScopedStream stream(&handle);

@@ -9,6 +9,7 @@
 #include <iterator>
 
 #include "tests/support/compound_file_writer.h"
+#include "tests/support/corpus.h"
 #include "tests/support/encrypted_package_writer.h"
 #include "tests/support/samples.h"
 #include "tests/support/storage_samples.h"
@@ -63,8 +64,7 @@ std::vector<SourceFile> SampleFiles() {
 }
 
 std::vector<fs::path> CorpusFiles() {
-  const char* named = std::getenv("FORMATID_CORPUS");
-  const fs::path folder = named != nullptr ? fs::path(named) : fs::path(FORMATID_CORPUS_DIR);
+  const fs::path folder = CorpusFolder();
   std::vector<fs::path> files;
   if (!fs::is_directory(folder)) return files;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {

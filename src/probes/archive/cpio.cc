@@ -5,6 +5,7 @@
 
 #include "registry/format_ids.h"
 #include "stream/file_bytes.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {
@@ -15,9 +16,6 @@ constexpr size_t kBinarySize = 26;
 constexpr size_t kMaxName = 1024;
 constexpr uint32_t kBinaryMagic = 070707;
 
-bool IsHex(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
 bool IsOctal(char c) { return c >= '0' && c <= '7'; }
 
 bool IsText(const FileBytes<kHexSize>& header) {
@@ -27,7 +25,7 @@ bool IsText(const FileBytes<kHexSize>& header) {
   const size_t size = hex ? kHexSize : kOctalSize;
   return bytes.size() >= size &&
          std::all_of(bytes.begin() + 6, bytes.begin() + static_cast<ptrdiff_t>(size),
-                     hex ? IsHex : IsOctal);
+                     hex ? IsHexDigit : IsOctal);
 }
 
 // Directories, devices, files, links and sockets, with permissions.

@@ -34,7 +34,7 @@ constexpr uint32_t kShortestHeader7 = 117;
 using Header = FileBytes<kTypeOffset7 + 1>;
 
 // Letters of a code page count.
-bool IsLetter(uint8_t byte) {
+bool IsLetterOrAboveAscii(uint8_t byte) {
   return ((byte | 0x20) >= 'a' && (byte | 0x20) <= 'z') || byte >= 0x80;
 }
 
@@ -47,7 +47,8 @@ bool IsField(const Header& header, size_t at, size_t nameSize) {
     const auto byte = static_cast<uint8_t>(name[i]);
     const bool isDigit = byte >= '0' && byte <= '9';
     // Names of dBASE II have colons where later ones have low lines.
-    if (!IsLetter(byte) && (i == 0 || (!isDigit && byte != '_' && byte != ':'))) return false;
+    if (!IsLetterOrAboveAscii(byte) && (i == 0 || (!isDigit && byte != '_' && byte != ':')))
+      return false;
   }
   const char type = header.View()[at + nameSize];
   return kFieldTypes.find(type) != std::string_view::npos;

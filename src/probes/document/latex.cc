@@ -11,7 +11,7 @@ constexpr std::string_view kCommands[] = {"\\documentclass", "\\documentstyle"};
 // Whether the command's options or argument may follow.
 bool Opens(std::string_view behind) {
   return behind.empty() || behind[0] == '[' || behind[0] == '{' || behind[0] == '%' ||
-         IsBlank(behind[0]);
+         IsSpaceOrTab(behind[0]);
 }
 
 }  // namespace

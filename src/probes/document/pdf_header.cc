@@ -23,7 +23,7 @@ bool IsVersion(std::string_view text) {
   if (text.size() < 3 || !IsDigit(text[0]) || text[1] != '.' || !IsDigit(text[2])) return false;
   if (text.size() == 3) return false;
   const char next = text[3];
-  return IsBlank(next) || IsLineEnd(next) || next == '\0' || next == '%';
+  return IsSpaceOrTab(next) || IsLineEnd(next) || next == '\0' || next == '%';
 }
 
 bool IsSpaces(std::string_view text) { return SkipSpace(text).empty(); }

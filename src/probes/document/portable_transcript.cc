@@ -7,7 +7,7 @@
 
 #include "formatid/io.h"
 #include "registry/format_ids.h"
-#include "stream/line_head.h"
+#include "stream/line_reader.h"
 
 namespace fi {
 namespace {

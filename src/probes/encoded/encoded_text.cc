@@ -37,7 +37,7 @@ class EncodedTextScan {
   FormatId Identify();
 
  private:
-  bool SkipBlanks();
+  bool SkipSpacesAndLineEnds();
   bool ReadLine();
   bool LowerCaseLine();
   std::span<char> MutableText() { return {buffer_.data(), text_.size()}; }
@@ -76,7 +76,7 @@ bool IsBeginLine(std::string_view line) {
 }
 
 // Passes blanks and line ends. False at end of data.
-bool EncodedTextScan::SkipBlanks() {
+bool EncodedTextScan::SkipSpacesAndLineEnds() {
   uint32_t byte = 0;
   do {
     byte = IdStreamGetByte(stream_);
@@ -88,7 +88,7 @@ bool EncodedTextScan::SkipBlanks() {
 
 // False for an empty line and at end of data.
 bool EncodedTextScan::ReadLine() {
-  length_ = ProbeReadLine(buffer_.data(), kLineCapacity, stream_);
+  length_ = fi::ReadLine(buffer_.data(), kLineCapacity, LineEnds::kMarksAndFormFeed, stream_);
   text_ = buffer_.data();
   return length_ != 0;
 }
@@ -193,7 +193,7 @@ std::optional<FormatId> EncodedTextScan::TestHeaders() {
 
 FormatId EncodedTextScan::Identify() {
   for (uint32_t line = 0; line < kMostLines; ++line) {
-    if (!SkipBlanks() || !ReadLine()) return kNoMatch;
+    if (!SkipSpacesAndLineEnds() || !ReadLine()) return kNoMatch;
     if (const FormatId id = TestRuns(); id != kNoMatch) return id;
     if (!LowerCaseLine()) return kNoMatch;
     if (text_.starts_with("_=_")) continue;

@@ -51,18 +51,18 @@ std::optional<Header> ReadHeader(std::string_view line) {
 FormatId IdentifyYEnc(LineBuffer& line, IdentificationStream* stream) {
   const std::optional<Header> header = ReadHeader(line.data());
   if (!header) return kNoMatch;
-  uint16_t length = ProbeReadLine(line.data(), kLineCapacity, stream);
+  uint16_t length = ReadLine(line.data(), kLineCapacity, LineEnds::kMarksAndFormFeed, stream);
   if (length == 0) return kNoMatch;
 
   if (std::string_view(line.data()).find("=ypart ") != std::string_view::npos) {
     if (!IsPlainAsciiLine(line, length)) return kNoMatch;
     // A form feed in the data does not end this line.
-    length = static_cast<uint16_t>(IdStreamGetLine(line.data(), kLineCapacity, stream));
+    length = ReadLine(line.data(), kLineCapacity, LineEnds::kMarks, stream);
     if (length == 0) return kNoMatch;
   }
   if (length != header->lineLength && length != header->lineLength + 1) {
     // Less than one line of data, which the trailer follows.
-    length = ProbeReadLine(line.data(), kLineCapacity, stream);
+    length = ReadLine(line.data(), kLineCapacity, LineEnds::kMarksAndFormFeed, stream);
     if (!std::string_view(line.data()).starts_with("=yend ") || !IsPlainAsciiLine(line, length)) {
       return kNoMatch;
     }

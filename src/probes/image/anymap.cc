@@ -5,15 +5,13 @@
 
 #include "registry/format_ids.h"
 #include "stream/file_bytes.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {
 
 constexpr size_t kMaxHeader = 512;
 constexpr uint32_t kMaxValue = 65535;  // of an extent and of a sample
-
-bool IsBlank(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
-bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 
 // What the header holds behind the two bytes of the kind.
 class Header {
@@ -23,7 +21,7 @@ class Header {
   // The number behind white space and comments, when it is one from 1 to kMaxValue that white space
   // or the end of the data follows.
   std::optional<uint32_t> Number() {
-    if (!SkipBlanks()) return std::nullopt;
+    if (!SkipWhiteSpaceAndComments()) return std::nullopt;
     uint32_t value = 0;
     size_t digits = 0;
     for (; pos_ < bytes_.size() && IsDigit(bytes_[pos_]); ++pos_, ++digits) {
@@ -31,14 +29,14 @@ class Header {
       if (value > kMaxValue) return std::nullopt;
     }
     if (digits == 0 || value == 0) return std::nullopt;
-    if (pos_ < bytes_.size() && !IsBlank(bytes_[pos_])) return std::nullopt;
+    if (pos_ < bytes_.size() && !IsWhiteSpace(bytes_[pos_])) return std::nullopt;
     return value;
   }
 
   // Whether only digits, white space and comments follow.
   bool IsPlain() {
     while (pos_ < bytes_.size()) {
-      if (!SkipBlanks()) break;
+      if (!SkipWhiteSpaceAndComments()) break;
       if (pos_ < bytes_.size() && !IsDigit(bytes_[pos_])) return false;
       while (pos_ < bytes_.size() && IsDigit(bytes_[pos_])) ++pos_;
     }
@@ -49,9 +47,9 @@ class Header {
 
  private:
   // False where there is no white space to skip.
-  bool SkipBlanks() {
+  bool SkipWhiteSpaceAndComments() {
     const size_t start = pos_;
-    while (pos_ < bytes_.size() && (IsBlank(bytes_[pos_]) || (pos_ > start && AtComment()))) {
+    while (pos_ < bytes_.size() && (IsWhiteSpace(bytes_[pos_]) || (pos_ > start && AtComment()))) {
       if (AtComment()) {
         const size_t end = bytes_.find_first_of("\r\n", pos_);
         pos_ = end == std::string_view::npos ? bytes_.size() : end;
@@ -98,7 +96,8 @@ FormatId AnymapProbe(IdentificationStream* stream) {
   if (IdStreamSeek(stream, 0, kIoFromStart) != 0 || IdStreamGetByte(stream) != 'P') return kNoMatch;
   const FileBytes<kMaxHeader> file(stream, 0);
   const std::string_view bytes = file.View();
-  if (bytes.size() < 3 || bytes[1] < '1' || bytes[1] > '7' || !IsBlank(bytes[2])) return kNoMatch;
+  if (bytes.size() < 3 || bytes[1] < '1' || bytes[1] > '7' || !IsWhiteSpace(bytes[2]))
+    return kNoMatch;
   const bool matches =
       bytes[1] == '7' ? bytes.find("\nWIDTH ") != std::string_view::npos : IsAnymap(stream, bytes);
   return matches ? kFormatPortableAnymap : kNoMatch;

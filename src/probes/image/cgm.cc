@@ -4,6 +4,7 @@
 
 #include "registry/format_ids.h"
 #include "stream/file_bytes.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {
@@ -20,8 +21,6 @@ constexpr uint32_t kPartitioned = 0x8000;  // the parameters go on in another pi
 constexpr uint32_t kMaxBlanks = 32;
 // Separators between that word and the name.
 constexpr uint32_t kMaxSeparators = 8;
-
-bool IsBlank(uint32_t byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
 
 bool IsBinary(IdentificationStream* stream) {
   const FileBytes<4> begin(stream, 0);
@@ -50,12 +49,13 @@ uint32_t NextOfWord(IdentificationStream* stream) {
 bool IsClearText(IdentificationStream* stream) {
   if (IdStreamSeek(stream, 0, kIoFromStart) != 0) return false;
   uint32_t byte = NextOfWord(stream);
-  for (uint32_t i = 0; i < kMaxBlanks && IsBlank(byte); ++i) byte = NextOfWord(stream);
+  for (uint32_t i = 0; i < kMaxBlanks && IsWhiteSpaceByte(byte); ++i) byte = NextOfWord(stream);
   for (const char letter : std::string_view("BEGMF")) {
     if ((byte & ~0x20u) != static_cast<uint8_t>(letter)) return false;
     byte = NextOfWord(stream);
   }
-  for (uint32_t i = 0; i < kMaxSeparators && IsBlank(byte); ++i) byte = IdStreamGetByte(stream);
+  for (uint32_t i = 0; i < kMaxSeparators && IsWhiteSpaceByte(byte); ++i)
+    byte = IdStreamGetByte(stream);
   return byte == '"' || byte == '\'';
 }
 

@@ -12,7 +12,7 @@ constexpr size_t kWindow = 512;  // bytes that hold the comment and the declarat
 
 // Takes `word` and the blanks before it off `text`.
 bool Take(std::string_view* text, std::string_view word) {
-  while (!text->empty() && IsBlank(text->front())) text->remove_prefix(1);
+  while (!text->empty() && IsSpaceOrTab(text->front())) text->remove_prefix(1);
   if (!text->starts_with(word)) return false;
   text->remove_prefix(word.size());
   return true;

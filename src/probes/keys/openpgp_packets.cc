@@ -32,13 +32,13 @@ struct Packet {
 
 uint8_t TagOf(uint8_t byte) { return (byte & kNewForm) != 0 ? byte & 0x3F : byte >> 2 & 0x0F; }
 
-bool Contains(std::string_view values, uint8_t value) {
+bool IsOneOf(std::string_view values, uint8_t value) {
   return values.find(static_cast<char>(value)) != std::string_view::npos;
 }
 
 // Public-key algorithms: RSA, Elgamal, DSA, and those of elliptic curves.
 bool IsPublicKeyAlgorithm(uint8_t value) {
-  return Contains("\x01\x02\x03\x10\x11\x12\x13\x16\x19\x1A\x1B\x1C"sv, value);
+  return IsOneOf("\x01\x02\x03\x10\x11\x12\x13\x16\x19\x1A\x1B\x1C"sv, value);
 }
 
 // False where the length is partial or open, or its bytes are missing.
@@ -82,7 +82,7 @@ bool ReadHeader(const Head& head, Packet* packet) {
 bool IsKeyBody(const Head& head, size_t at) {
   const uint8_t version = head.Byte(at);
   if (head.DwordBE(at + 1) == 0) return false;  // time of creation
-  if (version == 2 || version == 3) return Contains("\x01\x02\x03"sv, head.Byte(at + 7));
+  if (version == 2 || version == 3) return IsOneOf("\x01\x02\x03"sv, head.Byte(at + 7));
   return version >= 4 && version <= 6 && IsPublicKeyAlgorithm(head.Byte(at + 5));
 }
 
@@ -91,11 +91,11 @@ bool IsSignatureBody(const Head& head, size_t at) {
   constexpr auto kHashes = "\x01\x02\x03\x08\x09\x0A\x0B\x0C\x0E"sv;
   const uint8_t version = head.Byte(at);
   if (version == 2 || version == 3) {
-    return head.Byte(at + 1) == 5 && Contains(kTypes, head.Byte(at + 2)) &&
-           IsPublicKeyAlgorithm(head.Byte(at + 15)) && Contains(kHashes, head.Byte(at + 16));
+    return head.Byte(at + 1) == 5 && IsOneOf(kTypes, head.Byte(at + 2)) &&
+           IsPublicKeyAlgorithm(head.Byte(at + 15)) && IsOneOf(kHashes, head.Byte(at + 16));
   }
-  return version >= 4 && version <= 6 && Contains(kTypes, head.Byte(at + 1)) &&
-         IsPublicKeyAlgorithm(head.Byte(at + 2)) && Contains(kHashes, head.Byte(at + 3));
+  return version >= 4 && version <= 6 && IsOneOf(kTypes, head.Byte(at + 1)) &&
+         IsPublicKeyAlgorithm(head.Byte(at + 2)) && IsOneOf(kHashes, head.Byte(at + 3));
 }
 
 bool IsKnownBody(const Head& head, const Packet& packet) {
@@ -109,11 +109,11 @@ bool IsKnownBody(const Head& head, const Packet& packet) {
       return packet.length >= kShortestBody && IsSignatureBody(head, at);
     case kSessionKey:
       return packet.length >= kShortestBody && head.Byte(at) == 3 &&
-             Contains("\x01\x02\x10\x12\x19"sv, head.Byte(at + 9));
+             IsOneOf("\x01\x02\x10\x12\x19"sv, head.Byte(at + 9));
     case kPassphraseKey:
       return head.Byte(at) == 4 &&
-             Contains("\x01\x02\x03\x04\x07\x08\x09\x0A"sv, head.Byte(at + 1)) &&
-             Contains("\x00\x01\x03"sv, head.Byte(at + 2)) && head.Byte(at + 3) >= 1 &&
+             IsOneOf("\x01\x02\x03\x04\x07\x08\x09\x0A"sv, head.Byte(at + 1)) &&
+             IsOneOf("\x00\x01\x03"sv, head.Byte(at + 2)) && head.Byte(at + 3) >= 1 &&
              head.Byte(at + 3) <= 14;
     default:
       return false;
@@ -124,10 +124,10 @@ bool IsKnownBody(const Head& head, const Packet& packet) {
 bool MayFollow(uint8_t tag, uint8_t byte) {
   if ((byte & kPacket) == 0) return false;
   const uint8_t next = TagOf(byte);
-  if (tag == kSessionKey || tag == kPassphraseKey) return Contains("\x01\x03\x09\x12\x14"sv, next);
+  if (tag == kSessionKey || tag == kPassphraseKey) return IsOneOf("\x01\x03\x09\x12\x14"sv, next);
   // Signatures, subkeys, trust, user names and attributes, and the next key; literal data behind a
   // signature.
-  return Contains("\x02\x05\x06\x07\x08\x0B\x0C\x0D\x0E\x11"sv, next);
+  return IsOneOf("\x02\x05\x06\x07\x08\x0B\x0C\x0D\x0E\x11"sv, next);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ constexpr uint32_t kMaxBlanks = 64 * 1024;
 
 constexpr uint32_t kCaseBit = 0x20;
 
-bool IsLetter(uint32_t byte, char lowerCase) {
+bool IsLetterInAnyCase(uint32_t byte, char lowerCase) {
   return (byte | kCaseBit) == static_cast<uint8_t>(lowerCase);
 }
 
@@ -29,7 +29,7 @@ uint32_t ByteBehindBlanks(IdentificationStream* stream) {
 
 bool BeginsWithLetters(const std::array<uint32_t, 8>& bytes, std::string_view lowerCase) {
   for (size_t i = 0; i < lowerCase.size(); ++i) {
-    if (!IsLetter(bytes[i], lowerCase[i])) return false;
+    if (!IsLetterInAnyCase(bytes[i], lowerCase[i])) return false;
   }
   return true;
 }
@@ -39,10 +39,10 @@ bool BeginsWithLetters(const std::array<uint32_t, 8>& bytes, std::string_view lo
 FormatId CardCalendarProbe(IdentificationStream* stream) {
   if (IdStreamSeek(stream, 0, kIoFromStart) != 0) return kNoMatch;
   for (const char letter : std::string_view("begin")) {
-    if (!IsLetter(IdStreamGetByte(stream), letter)) return kNoMatch;
+    if (!IsLetterInAnyCase(IdStreamGetByte(stream), letter)) return kNoMatch;
   }
   if (ByteBehindBlanks(stream) != ':') return kNoMatch;
-  if (!IsLetter(ByteBehindBlanks(stream), 'v')) return kNoMatch;
+  if (!IsLetterInAnyCase(ByteBehindBlanks(stream), 'v')) return kNoMatch;
   std::array<uint32_t, 8> word{};
   for (uint32_t& byte : word) byte = IdStreamGetByte(stream);
   // Deliberate: what follows the eight letters, or the four, is not looked at.

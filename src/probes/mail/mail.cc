@@ -117,7 +117,7 @@ class MailScan {
 };
 
 void MailScan::ReadLine() {
-  length_ = ProbeReadLine(buffer_.data(), kLineCapacity, stream_);
+  length_ = fi::ReadLine(buffer_.data(), kLineCapacity, LineEnds::kMarksAndFormFeed, stream_);
   line_ = NormaliseLine(buffer_.data(), length_);
 }
 

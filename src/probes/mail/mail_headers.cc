@@ -5,6 +5,7 @@
 
 #include "registry/format_ids.h"
 #include "stream/id_stream.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {
@@ -12,12 +13,8 @@ namespace {
 constexpr uint16_t kNoHeader = 0;
 constexpr size_t kShortestValue = 2;  // behind the colon of a sender or receiver
 
-bool Contains(std::string_view line, std::string_view text) {
-  return line.find(text) != std::string_view::npos;
-}
-
 bool NamesHtml(std::string_view line) {
-  return Contains(line, "text/html") || Contains(line, "multipart/alternative");
+  return ContainsText(line, "text/html") || ContainsText(line, "multipart/alternative");
 }
 
 // Takes the boundary that the line names. False where it names none.
@@ -46,16 +43,16 @@ void ReadMixed(std::string_view line, MailScore& score) {
 }
 
 void ReadContentType(std::string_view line, MailScore& score) {
-  if (Contains(line, "multipart/signed")) {
+  if (ContainsText(line, "multipart/signed")) {
     score.secure = score.isSigned = true;
-  } else if (Contains(line, "application/x-pkcs7-mime") ||
-             Contains(line, "application/pkcs7-mime")) {
+  } else if (ContainsText(line, "application/x-pkcs7-mime") ||
+             ContainsText(line, "application/pkcs7-mime")) {
     score.secure = true;
   }
   const bool scoresFirst = score.mime == 1;  // no MIME header came before
-  if (Contains(line, "multipart/related")) {
+  if (ContainsText(line, "multipart/related")) {
     ReadRelated(line, score);
-  } else if (scoresFirst && (Contains(line, "multipart/mixed") || score.isSigned)) {
+  } else if (scoresFirst && (ContainsText(line, "multipart/mixed") || score.isSigned)) {
     ReadMixed(line, score);
   } else if (score.enclosing == MailParts::kRelated) {
     if (NamesHtml(line)) {
@@ -63,13 +60,13 @@ void ReadContentType(std::string_view line, MailScore& score) {
       score.mime = 2;
     }
   } else if (score.enclosing == MailParts::kNone) {
-    if (Contains(line, "text/html")) score.html = true;
+    if (ContainsText(line, "text/html")) score.html = true;
   }
 }
 
 // Other headers: whether one counts, and what it does besides.
 
-bool IsVersionOne(std::string_view line) { return Contains(line, "1.0"); }
+bool IsVersionOne(std::string_view line) { return ContainsText(line, "1.0"); }
 
 bool HasValue(std::string_view line) { return line.size() >= line.find(':') + 1 + kShortestValue; }
 
@@ -79,15 +76,15 @@ void ReadNewsgroups(std::string_view /*line*/, MailScore& score) {
 }
 
 void ReadDisposition(std::string_view line, MailScore& score) {
-  if (Contains(line, "attachment")) Add(score.envelope, 1);
+  if (ContainsText(line, "attachment")) Add(score.envelope, 1);
 }
 
 void ReadFrom(std::string_view line, MailScore& score) {
-  if (Contains(line, "saved by")) score.savedBy = true;
+  if (ContainsText(line, "saved by")) score.savedBy = true;
 }
 
 void ReadExtensionHeader(std::string_view line, MailScore& score) {
-  if (Contains(line, ":")) Add(score.extensionHeaders, 1);
+  if (ContainsText(line, ":")) Add(score.extensionHeaders, 1);
 }
 
 struct HeaderRule {

@@ -53,7 +53,7 @@ FormatId MessageHeaderProbe(std::string_view text, const char* extension) {
   uint32_t known = 0;
   bool isMime = false;
   for (uint32_t count = 0; count < kMostLines && lines.Next(&line) && !line.empty(); ++count) {
-    if (count > 0 && IsBlank(line[0])) continue;  // a folded line
+    if (count > 0 && IsSpaceOrTab(line[0])) continue;  // a folded line
     const std::string_view name = FieldOf(line);
     const bool isMimeField = IsOneOf(name, kMimeFields);
     const bool isKnown = isMimeField || IsOneOf(name, kFields);

@@ -46,7 +46,7 @@ bool SkipSubset(MarkupReader& reader) {
 class Attributes {
  public:
   explicit Attributes(std::string_view tag) : rest_(tag) {
-    while (!rest_.empty() && !IsSpace(rest_.front())) rest_.remove_prefix(1);
+    while (!rest_.empty() && !IsWhiteSpace(rest_.front())) rest_.remove_prefix(1);
   }
 
   bool Next(std::string_view* name, std::string_view* value) {
@@ -54,7 +54,7 @@ class Attributes {
     const size_t equals = rest_.find('=');
     if (equals == std::string_view::npos) return false;
     *name = rest_.substr(0, equals);
-    while (!name->empty() && IsSpace(name->back())) name->remove_suffix(1);
+    while (!name->empty() && IsWhiteSpace(name->back())) name->remove_suffix(1);
     rest_ = SkipSpace(rest_.substr(equals + 1));
     if (rest_.empty() || (rest_.front() != '"' && rest_.front() != '\'')) return false;
     const size_t end = rest_.find(rest_.front(), 1);

@@ -105,7 +105,7 @@ bool HoldsAny(std::string_view text, const std::string_view (&words)[kCount]) {
 // Cuts `text` behind its last word, or the last tag, so that it does not end inside a character or
 // a name.
 std::string_view WholeWords(std::string_view text) {
-  while (!text.empty() && !IsSpace(text.back()) && text.back() != '>') text.remove_suffix(1);
+  while (!text.empty() && !IsWhiteSpace(text.back()) && text.back() != '>') text.remove_suffix(1);
   return text;
 }
 

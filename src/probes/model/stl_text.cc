@@ -12,7 +12,8 @@ constexpr size_t kWindow = 1024;  // holds the name, which is a line, and the fi
 
 FormatId StlTextProbe(std::string_view text) {
   text = text.substr(0, kWindow);
-  if (!StartsWithNoCase(text, "solid") || text.size() < 6 || !IsSpace(text[5])) return kNoMatch;
+  if (!StartsWithNoCase(text, "solid") || text.size() < 6 || !IsWhiteSpace(text[5]))
+    return kNoMatch;
   Lines lines(text);
   std::string_view line;
   while (lines.Next(&line)) {

@@ -46,17 +46,12 @@ constexpr UTXMLTagName kValueTypesTags[] = {{kTagVector, "vector"}};
 // Of "16.0300", as applications write it, the first two characters count.
 constexpr uint32_t kMostVersionCharacters = 16;
 
-// The whole name where it has no dot.
-std::u16string_view ExtensionOf(std::u16string_view name) {
-  return name.substr(name.rfind(u'.') + 1);
-}
-
 // Whether the entry that the reader stands at is for the part. Deliberate: a target that begins
 // with a slash fits no part name, though it may be the same part.
 bool IsEntryOf(UTXMLReader* reader, uint32_t tag, std::u16string_view target) {
   if (tag == kTagDefault) {
     const std::u16string_view extension = Attribute(reader, "Extension");
-    return extension.data() != nullptr && extension == ExtensionOf(target);
+    return extension.data() != nullptr && extension == opc::ExtensionOrWholeName(target);
   }
   if (tag != kTagOverride) return false;
   const std::u16string_view name = Attribute(reader, "PartName");

@@ -59,12 +59,6 @@ std::u16string_view WithoutRoot(std::u16string_view name) {
   return name.substr(name.starts_with(u'/') ? 1 : 0);
 }
 
-// Empty where the name has no dot.
-std::u16string_view ExtensionOf(std::u16string_view name) {
-  const size_t dot = name.rfind(u'.');
-  return dot == std::u16string_view::npos ? std::u16string_view{} : name.substr(dot + 1);
-}
-
 FormatId FormatOfType(std::u16string_view contentType) {
   if (BeginsWithAnyCase(contentType.data(), kAddInType)) return kFormatPowerPointXmlMacroAddIn;
   return FormatOfContentTypeAnyCase(contentType.data());
@@ -97,7 +91,8 @@ void ReadEntry(UTXMLReader* reader, uint32_t tag, std::u16string_view target, En
   if (tag == kTagOverride) {
     const std::u16string_view name = WithoutRoot(Attribute(reader, "PartName"));
     if (!target.empty() && EqualAnyCase(name, target)) entries->ofPart = id;
-  } else if (!target.empty() && EqualAnyCase(Attribute(reader, "Extension"), ExtensionOf(target))) {
+  } else if (!target.empty() &&
+             EqualAnyCase(Attribute(reader, "Extension"), opc::ExtensionOrNothing(target))) {
     entries->ofExtension = id;
   }
   if (entries->ofAnyMainPart == kFormatZip && IsMainType(contentType)) entries->ofAnyMainPart = id;

@@ -3,6 +3,7 @@
 #define FI_PROBES_OOXML_OPC_PACKAGE_H_
 
 #include <memory>
+#include <string_view>
 
 #include "formatid/io.h"
 #include "platform/package.h"
@@ -45,6 +46,16 @@ inline OwnedPart OpenByType(PKGHandle* package, const char* type) {
 inline OwnedPart OpenById(PKGHandle* source, const char16_t* id) {
   PKGHandle* part = nullptr;
   return OwnedPart(PKGOpenFileByRelId(&part, id, source) == 0 ? part : nullptr);
+}
+
+// What follows the last dot of a part's name; the two differ where it has none.
+inline std::u16string_view ExtensionOrWholeName(std::u16string_view name) {
+  return name.substr(name.rfind(u'.') + 1);
+}
+
+inline std::u16string_view ExtensionOrNothing(std::u16string_view name) {
+  return name.find(u'.') == std::u16string_view::npos ? std::u16string_view{}
+                                                      : ExtensionOrWholeName(name);
 }
 
 }  // namespace fi::opc

@@ -8,6 +8,7 @@
 #include "registry/format_ids.h"
 #include "stream/id_stream.h"
 #include "stream/package_member.h"
+#include "stream/text_view.h"
 
 namespace fi {
 namespace {
@@ -62,7 +63,8 @@ bool IsMediaTypeCharacter(char c) {
          std::string_view("/+-.").find(c) != std::string_view::npos;
 }
 
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0'; }
+// What may stand behind the media type in its member.
+bool IsPadding(char c) { return IsSpaceOrTab(c) || IsLineEnd(c) || c == '\0'; }
 
 }  // namespace
 
@@ -83,7 +85,7 @@ FormatId FormatOfMimetypeMember(IOHandle* package) {
   char buffer[kMaxMediaType + 1];
   std::string_view text = ReadHead(member.get(), buffer);
   if (text.size() > kMaxMediaType) return kNoMatch;
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  while (!text.empty() && IsPadding(text.back())) text.remove_suffix(1);
   return FormatOfMediaType(package, text, false);
 }
 

@@ -60,8 +60,8 @@ class Plot {
   }
 
  private:
-  static bool Contains(const std::string_view* begin, const std::string_view* end,
-                       std::string_view command) {
+  static bool IsAmong(const std::string_view* begin, const std::string_view* end,
+                      std::string_view command) {
     return std::binary_search(begin, end, command);
   }
 
@@ -70,7 +70,7 @@ class Plot {
   // A plot of HP-GL begins with one of a few commands and a semicolon, one of HP-GL/2 with BP.
   bool IsOpening(std::string_view command) const {
     if (command == "BP") return true;
-    return Contains(std::begin(kOpening), std::end(kOpening), command) && Front() == ';';
+    return IsAmong(std::begin(kOpening), std::end(kOpening), command) && Front() == ';';
   }
 
   void SkipDigits() {
@@ -106,7 +106,7 @@ class Plot {
     while (!rest_.empty()) {
       if (Front() == kEscape) {
         if (!TakeEscape()) return false;
-      } else if (IsSpace(Front()) || Front() == ';' || Front() == kEndOfText) {
+      } else if (IsWhiteSpace(Front()) || Front() == ';' || Front() == kEndOfText) {
         rest_.remove_prefix(1);
       } else {
         break;
@@ -117,7 +117,7 @@ class Plot {
       return false;
     }
     *command = rest_.substr(0, 2);
-    if (!Contains(std::begin(kCommands), std::end(kCommands), *command)) return false;
+    if (!IsAmong(std::begin(kCommands), std::end(kCommands), *command)) return false;
     rest_.remove_prefix(2);
     return true;
   }
@@ -145,7 +145,7 @@ class Plot {
         if (command == "DT") labelEnd_ = Front();
         rest_.remove_prefix(1);
       }
-      while (IsDigit(Front()) || IsBlank(Front()) || Front() == ',' || Front() == '.' ||
+      while (IsDigit(Front()) || IsSpaceOrTab(Front()) || Front() == ',' || Front() == '.' ||
              Front() == '+' || Front() == '-') {
         rest_.remove_prefix(1);
       }
@@ -160,7 +160,7 @@ class Plot {
 bool MayBegin(uint32_t byte) {
   if (byte > 0x7F) return false;
   const char first = static_cast<char>(byte);
-  return first == kEscape || IsUpper(first) || IsSpace(first);
+  return first == kEscape || IsUpper(first) || IsWhiteSpace(first);
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ bool IsInternetShortcut(std::string_view text) {
 
 FormatId InternetShortcutProbe(IdentificationStream* stream) {
   const uint32_t first = FirstByte(stream);
-  if (first != '[' && first != ';' && (first > 0x7F || !IsSpace(static_cast<char>(first)))) {
+  if (first != '[' && first != ';' && !IsWhiteSpaceByte(first)) {
     return kNoMatch;
   }
   const FileBytes<kWindow> bytes(stream, 0);

@@ -13,8 +13,7 @@ constexpr uint32_t kMaxDepth = 64;  // bits of the stack below
 // How a part of the text was read: it is there, it breaks the grammar, or the text ends inside it.
 enum class Read : uint8_t { kWhole, kFault, kEnd };
 
-bool IsHexDigit(char c) { return IsDigit(c) || (ToLower(c) >= 'a' && ToLower(c) <= 'f'); }
-bool IsJsonSpace(char c) { return IsBlank(c) || IsLineEnd(c); }
+bool IsJsonSpace(char c) { return IsSpaceOrTab(c) || IsLineEnd(c); }
 
 // Reads a text token by token. A stack of bits says of each open level whether it is an object.
 class Scan {
@@ -29,7 +28,7 @@ class Scan {
   }
 
   bool OnlySpaceLeft() {
-    SkipBlanks();
+    SkipJsonSpace();
     return rest_.empty();
   }
 
@@ -39,7 +38,7 @@ class Scan {
  private:
   enum class Wants : uint8_t { kFirst, kNext, kSeparator };
 
-  void SkipBlanks() {
+  void SkipJsonSpace() {
     while (!rest_.empty() && IsJsonSpace(rest_.front())) rest_.remove_prefix(1);
   }
 
@@ -47,7 +46,7 @@ class Scan {
 
   // The next thing inside the innermost level.
   Read Step() {
-    SkipBlanks();
+    SkipJsonSpace();
     if (rest_.empty()) return Read::kEnd;
     const char close = InObject() ? '}' : ']';
     if (rest_.front() == close && wants_ != Wants::kNext) {
@@ -71,7 +70,7 @@ class Scan {
   Read Key() {
     if (rest_.front() != '"') return Read::kFault;
     if (const Read read = String(); read != Read::kWhole) return read;
-    SkipBlanks();
+    SkipJsonSpace();
     if (rest_.empty()) return Read::kEnd;
     if (rest_.front() != ':') return Read::kFault;
     rest_.remove_prefix(1);
@@ -80,7 +79,7 @@ class Scan {
 
   // Reads a value that is no collection, or goes into one.
   Read Open() {
-    SkipBlanks();
+    SkipJsonSpace();
     if (rest_.empty()) return Read::kEnd;
     const char c = rest_.front();
     if (c == '{' || c == '[') {
@@ -124,7 +123,7 @@ class Scan {
   Read String() {
     size_t at = 1;
     for (; at < rest_.size() && rest_[at] != '"'; ++at) {
-      if (rest_[at] >= 0 && rest_[at] < ' ') return Read::kFault;
+      if (static_cast<unsigned char>(rest_[at]) < ' ') return Read::kFault;
       if (rest_[at] != '\\') continue;
       ++at;
       if (at == rest_.size()) return Read::kEnd;

@@ -21,7 +21,7 @@ bool IsSubRip(std::string_view text) {
 bool IsWebVtt(std::string_view text) {
   constexpr std::string_view kMark = "WEBVTT";
   if (!text.starts_with(kMark)) return false;
-  return text.size() == kMark.size() || IsSpace(text[kMark.size()]);
+  return text.size() == kMark.size() || IsWhiteSpace(text[kMark.size()]);
 }
 
 }  // namespace fi

@@ -9,7 +9,7 @@ namespace {
 // A mark of YAML stands alone, or a blank follows it.
 bool IsMark(std::string_view line, std::string_view mark) {
   if (!line.starts_with(mark)) return false;
-  return line.size() == mark.size() || IsBlank(line[mark.size()]);
+  return line.size() == mark.size() || IsSpaceOrTab(line[mark.size()]);
 }
 
 // "key:", "key: value" or "- item".

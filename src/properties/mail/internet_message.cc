@@ -26,7 +26,7 @@ std::string_view ContentType(std::string_view text, size_t* offset) {
   std::string_view line;
   const char* begin = nullptr;
   while (lines.Next(&line) && !line.empty()) {
-    const bool goesOn = IsBlank(line[0]);
+    const bool goesOn = IsSpaceOrTab(line[0]);
     if (begin != nullptr && !goesOn) break;
     if (begin == nullptr && StartsWithNoCase(line, kName)) begin = line.data();
     if (begin != nullptr) *offset = static_cast<size_t>(line.data() + line.size() - text.data());

@@ -8,7 +8,7 @@ namespace {
 // Arrays and dictionaries inside each other. Deeper nesting serves no known writer.
 constexpr uint32_t kMaxDepth = 64;
 
-bool IsSpace(char c) {
+bool IsPdfSpace(char c) {
   return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
 }
 
@@ -42,7 +42,7 @@ size_t LiteralLength(std::string_view text) {
 // Length of a name, number or word.
 size_t RegularLength(std::string_view text) {
   size_t length = text.starts_with('/') ? 1 : 0;
-  while (length < text.size() && !IsSpace(text[length]) && !IsDelimiter(text[length])) ++length;
+  while (length < text.size() && !IsPdfSpace(text[length]) && !IsDelimiter(text[length])) ++length;
   return length;
 }
 
@@ -171,7 +171,7 @@ size_t DecodeHexadecimal(std::string_view text, std::span<uint8_t> out) {
 
 std::string_view SkipSpace(std::string_view text) {
   while (!text.empty()) {
-    if (IsSpace(text[0])) {
+    if (IsPdfSpace(text[0])) {
       text.remove_prefix(1);
     } else if (text[0] == '%') {
       const size_t end = text.find_first_of("\r\n");

@@ -57,7 +57,7 @@ class MemberReader {
     std::array<uint8_t, kMac> mac{};
     HashValue value;
     if (io::ReadFully(member_, mac.data(), kMac) != kMac) return false;
-    return hmac_.Finish(&value) ? std::ranges::equal(value.view(), mac) : NoMemory();
+    return hmac_.Finish(&value) ? EqualSecrets(value.view(), mac) : NoMemory();
   }
 
  private:

@@ -37,8 +37,7 @@ class PackageReader {
     HashValue value;
     if (!hmac.Update(field)) return NoMemory();
     if (!ReadSegments(&hmac)) return false;
-    return hmac.Finish(&value) ? std::ranges::equal(value.view(), key_.hmacValue.view())
-                               : NoMemory();
+    return hmac.Finish(&value) ? EqualSecrets(value.view(), key_.hmacValue.view()) : NoMemory();
   }
 
  private:

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
+#include "toolkit/crypto/rc4.h"
 #include "toolkit/openssl/evp.h"
 
 namespace fi {
@@ -16,6 +16,7 @@ using crypto::Bytes;
 using crypto::HashAlgorithm;
 using crypto::Hasher;
 using crypto::HashValue;
+using crypto::Rc4;
 
 // What a password is filled up with, and what stands for the empty one.
 constexpr std::array<uint8_t, 32> kPadding = {
@@ -25,25 +26,6 @@ constexpr std::array<uint8_t, 32> kPadding = {
 constexpr size_t kMd5Size = 16;
 constexpr size_t kOldStringSize = 32;  // O and U up to revision 4
 constexpr size_t kHashSize = 32;       // of U since revision 5; two salts of 8 bytes follow
-
-// RC4 is no part of OpenSSL's default provider.
-void Rc4(Bytes key, uint8_t* data, size_t size) {
-  std::array<uint8_t, 256> state;
-  for (size_t i = 0; i < state.size(); ++i) state[i] = static_cast<uint8_t>(i);
-  uint8_t j = 0;
-  for (size_t i = 0; i < state.size(); ++i) {
-    j = static_cast<uint8_t>(j + state[i] + key[i % key.size()]);
-    std::swap(state[i], state[j]);
-  }
-  uint8_t i = 0;
-  j = 0;
-  for (size_t at = 0; at < size; ++at) {
-    i = static_cast<uint8_t>(i + 1);
-    j = static_cast<uint8_t>(j + state[i]);
-    std::swap(state[i], state[j]);
-    data[at] ^= state[static_cast<uint8_t>(state[i] + state[j])];
-  }
-}
 
 Bytes View(const std::array<uint8_t, PdfEncryption::kMaxString>& bytes, size_t size) {
   return {bytes.data(), std::min(size, bytes.size())};
@@ -79,7 +61,7 @@ PdfOpening OldRevision(const PdfEncryption& e) {
   std::array<uint8_t, 32> expected = kPadding;
   if (e.revision == 2) {
     if (e.userSize < expected.size()) return PdfOpening::kUnknown;
-    Rc4({key.data(), keySize}, expected.data(), expected.size());
+    Rc4({key.data(), keySize}).Apply(expected.data(), expected.size());
     return Verdict(std::equal(expected.begin(), expected.end(), e.user.begin()));
   }
   HashValue check;
@@ -88,7 +70,7 @@ PdfOpening OldRevision(const PdfEncryption& e) {
   for (uint8_t round = 0; round < 20; ++round) {
     std::array<uint8_t, kMd5Size> roundKey;
     for (size_t i = 0; i < keySize; ++i) roundKey[i] = key.data()[i] ^ round;
-    Rc4({roundKey.data(), keySize}, expected.data(), kMd5Size);
+    Rc4({roundKey.data(), keySize}).Apply(expected.data(), kMd5Size);
   }
   return Verdict(std::equal(expected.begin(), expected.begin() + kMd5Size, e.user.begin()));
 }

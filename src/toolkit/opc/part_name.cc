@@ -2,13 +2,11 @@
 
 #include <cstdint>
 
+#include "stream/text_view.h"
 #include "toolkit/opc/limits.h"
 
 namespace fi::opc {
 namespace {
-
-bool IsLetter(char byte) { return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z'); }
-bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 
 bool HasScheme(std::string_view reference) {
   for (size_t i = 0; i < reference.size(); ++i) {

@@ -1,10 +1,9 @@
 #include "toolkit/text/delimited_records.h"
 
+#include "stream/text_view.h"
+
 namespace fi {
 namespace {
-
-constexpr bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
-constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 struct Record {
   bool blank = true;  // nothing but blanks
@@ -58,7 +57,7 @@ bool RecordReader::IsClockFraction() const {
   if (delimiter_ != ',' || pos_ < kBefore || text_.size() - pos_ < kBehind) return false;
   const auto digit = [this](size_t at) { return text_[at] >= '0' && text_[at] <= '9'; };
   return text_[pos_ - 3] == ':' && digit(pos_ - 2) && digit(pos_ - 1) && digit(pos_ + 1) &&
-         digit(pos_ + 2) && digit(pos_ + 3) && IsBlank(text_[pos_ + 4]);
+         digit(pos_ + 2) && digit(pos_ + 3) && IsSpaceOrTab(text_[pos_ + 4]);
 }
 
 void RecordReader::ReadQuoted(Record& record) {
@@ -104,7 +103,7 @@ bool RecordReader::ReadField(Record& record) {
   if (!IsLineEnd(end)) {
     record.blank = false;
     ++record.delimiters;
-    if (!AtEnd() && IsBlank(text_[pos_]) && text_[pos_] != delimiter_) ++record.spaced;
+    if (!AtEnd() && IsSpaceOrTab(text_[pos_]) && text_[pos_] != delimiter_) ++record.spaced;
     return true;
   }
   if (end == '\r' && !AtEnd() && text_[pos_] == '\n') ++pos_;

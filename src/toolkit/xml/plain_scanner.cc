@@ -342,7 +342,9 @@ bool PlainScanner::Resolve(Element* element) const {
 
 const PlainScanner::Binding* PlainScanner::FindBinding(std::string_view prefix) const {
   for (uint32_t i = bindingCount_; i > 0; --i) {
-    if (View(bindings_[i - 1].prefix) == prefix) return &bindings_[i - 1];
+    const Binding& binding = bindings_[i - 1];
+    if (binding.prefix.size != prefix.size()) continue;
+    if (View(binding.prefix) == prefix) return &binding;
   }
   return nullptr;
 }

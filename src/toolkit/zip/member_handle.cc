@@ -101,6 +101,7 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
 }
 
 bool DeflatedHandle::SkipTo(uint64_t offset) {
+  if (at_ >= offset) return true;
   std::array<uint8_t, 8192> skipped;
   while (at_ < offset) {
     const auto piece = static_cast<uint32_t>(std::min<uint64_t>(skipped.size(), offset - at_));

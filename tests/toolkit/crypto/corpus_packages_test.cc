@@ -1,15 +1,15 @@
 // Encrypted packages that other programs wrote. Some of their passwords are stated by the sources
-// of the samples, the others were found by trying. The folder is found through FORMATID_CORPUS, or
-// beside the source tree; where there is none, there is nothing to test.
+// of the samples, the others were found by trying. See
+// tests/support/corpus.h.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <string>
 
 #include "platform/decryption.h"
 #include "platform/io.h"
+#include "tests/support/corpus.h"
 #include "tests/support/package_opening.h"
 #include "tests/support/samples.h"
 
@@ -19,9 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(CorpusPackages, OpenWithTheirPasswords) {
-  const char* named = std::getenv("FORMATID_CORPUS");
-  const fs::path folder =
-      fs::path(named != nullptr ? named : FORMATID_CORPUS_DIR) / "files" / "cfb-encrypted-ooxml";
+  const fs::path folder = CorpusFolder() / "files" / "cfb-encrypted-ooxml";
   if (!fs::is_directory(folder)) GTEST_SKIP() << "no corpus in " << folder;
   std::map<std::string, fs::path> files;
   for (const auto& entry : fs::directory_iterator(folder)) {
