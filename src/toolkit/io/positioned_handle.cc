@@ -75,6 +75,8 @@ int32_t PositionedHandle::ReadCounted(uint8_t* buffer, uint32_t size, uint32_t* 
   if (allowed == 0) return 0;
   const int32_t result = ReadAt(position_, buffer, allowed, count);
   work.EndRead(*count);
+  // A reader may take what is cut for the end of the data and not ask again.
+  if (allowed < size && *count == allowed) work.Stop(WorkLimit::kBytesRead);
   return result;
 }
 
