@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "run/count_ahead.h"
+#include "run/input/count_ahead.h"
 
 namespace fi::app {
 

@@ -1,6 +1,7 @@
 // Walking folders: the order of names beyond memory, and links that appear at the wrong moment.
 
-#include "run/file_walk.h"
+#include "run/identify.h"
+#include "run/input/file_walk.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

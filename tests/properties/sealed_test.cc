@@ -141,24 +141,23 @@ TEST_F(SealedFiles, ZipAndSevenZip) {
 }
 
 TEST_F(SealedFiles, MessagesAndKeys) {
-  Check("openssl",
-        {{"openssl smime -encrypt -aes256 -in part1.txt -out out cert.pem", "certificate; S/MIME"},
-         {"openssl smime -sign -in part1.txt -out out -signer cert.pem -inkey key.pem",
-          "none; signed"},
-         {"openssl cms -encrypt -aes256 -in part1.txt -outform DER -out out cert.pem",
-          "certificate"},
-         {"openssl cms -sign -nodetach -in part1.txt -outform DER -out out -signer cert.pem "
-          "-inkey key.pem",
-          "none; signed"},
-         {"openssl pkcs12 -export -passout pass:pw -in cert.pem -inkey key.pem -out out",
-          "password"},
-         {"openssl pkcs12 -export -passout pass:pw -certpbe NONE -keypbe NONE -in cert.pem "
-          "-inkey key.pem -out out",
-          "none"},
-         {"openssl pkcs8 -topk8 -passout pass:pw -in key.pem -out out", "password"},
-         {"openssl rsa -aes256 -traditional -passout pass:pw -in key.pem -out out", "password"},
-         {"cp key.pem out", "none"}},
-        "openssl req -x509 -newkey rsa:2048 -nodes -subj /CN=a -keyout key.pem -out cert.pem");
+  Check(
+      "openssl",
+      {{"openssl smime -encrypt -aes256 -in part1.txt -out out cert.pem", "certificate; S/MIME"},
+       {"openssl smime -sign -in part1.txt -out out -signer cert.pem -inkey key.pem",
+        "none; signed"},
+       {"openssl cms -encrypt -aes256 -in part1.txt -outform DER -out out cert.pem", "certificate"},
+       {"openssl cms -sign -nodetach -in part1.txt -outform DER -out out -signer cert.pem "
+        "-inkey key.pem",
+        "none; signed"},
+       {"openssl pkcs12 -export -passout pass:pw -in cert.pem -inkey key.pem -out out", "password"},
+       {"openssl pkcs12 -export -passout pass:pw -certpbe NONE -keypbe NONE -in cert.pem "
+        "-inkey key.pem -out out",
+        "none"},
+       {"openssl pkcs8 -topk8 -passout pass:pw -in key.pem -out out", "password"},
+       {"openssl rsa -aes256 -traditional -passout pass:pw -in key.pem -out out", "password"},
+       {"cp key.pem out", "none"}},
+      "openssl req -x509 -newkey rsa:2048 -nodes -subj /CN=a -keyout key.pem -out cert.pem");
 }
 
 TEST_F(SealedFiles, OpenPgp) {
@@ -167,12 +166,12 @@ TEST_F(SealedFiles, OpenPgp) {
           "password"},
          {"gpg --homedir g --batch --pinentry-mode loopback --passphrase pw -a -o out -c part1.txt",
           "password"},
-         {"gpg --homedir g --batch --trust-model always -r a@b -o out -e part1.txt",
-          "certificate"},
+         {"gpg --homedir g --batch --trust-model always -r a@b -o out -e part1.txt", "certificate"},
          {"gpg --homedir g --batch -a --trust-model always -r a@b -o out -e part1.txt",
           "certificate"},
          {"gpg --homedir g --batch -a -o out --clear-sign part1.txt", "none; signed"}},
-        "mkdir -m 700 g && gpg --homedir g --batch --passphrase '' --quick-gen-key a@b rsa2048");
+        "mkdir -m 700 g && gpg --homedir g --batch --passphrase '' --quick-gen-key a@b "
+        "future-default");
 }
 
 }  // namespace

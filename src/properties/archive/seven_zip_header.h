@@ -14,7 +14,7 @@ namespace fi {
 struct SevenZipStreams {
   bool isKnown = false;  // the coders were read to their end
   bool isEncrypted = false;
-  bool isLzmaAlone = false;               // one folder of one coder, LZMA
+  bool isLzmaAlone = false;             // one folder of one coder, LZMA
   std::array<uint8_t, 5> properties{};  // of that coder
   uint64_t packPosition = 0;            // in bytes behind the signature header
   uint64_t packSize = 0;

@@ -21,8 +21,8 @@ std::string_view SchemeOfHeader(uint32_t major) {
   return major >= 2 && major <= 4 ? "RC4 CryptoAPI" : std::string_view();
 }
 
-void SetEncrypted(std::string_view scheme, std::string_view place, int64_t offset,
-                  PropertySet& out, OfficeOpening opening = OfficeOpening::kWithPassword) {
+void SetEncrypted(std::string_view scheme, std::string_view place, int64_t offset, PropertySet& out,
+                  OfficeOpening opening = OfficeOpening::kWithPassword) {
   const bool isOpen = opening == OfficeOpening::kWithoutPassword;
   out.Set(Property::kEncryption, isOpen ? "restricted" : "password", place, offset);
   out.Set(Property::kEncryptionScheme, scheme, place, offset);

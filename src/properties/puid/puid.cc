@@ -71,6 +71,8 @@ PuidText ExactPuid(IdentificationStream* stream, FormatId id, const PropertySet&
   if (IsOpen(id) || properties.Has(Property::kDamaged)) return {};
   if (const uint16_t number = PuidByProperties(id, properties); number != 0) return Spell(number);
   if (const uint16_t number = PuidByBytes(stream, id); number != 0) return Spell(number);
+  // Without the stream of its user a presentation may be one of an earlier version.
+  if (id == kFormatPowerPoint97 && !properties.Has(Property::kEncryption)) return {};
   // A profile that no row knows makes the file another kind than the plain one.
   if ((id == kFormatTiff || id == kFormatSqlite) && properties.Has(Property::kProfile)) return {};
   if (id == kFormatZip && HoldsDocument(stream->handle)) return {};

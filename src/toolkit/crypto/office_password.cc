@@ -113,8 +113,8 @@ bool ReadCryptoApiHeader(Bytes bytes, CryptoApiHeader* header) {
   const uint64_t size = LoadLE<4>(bytes, 8);
   const Bytes rest = bytes.subspan(kFixed);
   if (size < kLeastHeader || size > rest.size()) return false;
-  header->hash = LoadLE<4>(rest, kHashAlgorithmAt) == kMd5 ? HashAlgorithm::kMd5
-                                                          : HashAlgorithm::kSha1;
+  header->hash =
+      LoadLE<4>(rest, kHashAlgorithmAt) == kMd5 ? HashAlgorithm::kMd5 : HashAlgorithm::kSha1;
   const uint64_t bits = LoadLE<4>(rest, kKeyBitsAt);
   header->keySize = bits == 0 ? 5 : static_cast<size_t>(bits / 8);  // 0 stands for 40 bits
   const size_t hashSize = crypto::HashSize(header->hash);
@@ -162,7 +162,8 @@ OfficeOpening HowHeaderOpens(std::span<const uint8_t> header) {
 }
 
 OfficeOpening HowWorkbookOpens(std::span<const uint8_t> filePass) {
-  constexpr size_t kXorSize = 4;  // all that the record has before Excel 97; else a type comes first
+  constexpr size_t kXorSize =
+      4;  // all that the record has before Excel 97; else a type comes first
   if (filePass.size() < kXorSize) return OfficeOpening::kUnknown;
   const bool isOld = filePass.size() == kXorSize;
   if (!isOld && LoadLE<2>(filePass, 0) != 0) return HowHeaderOpens(filePass.subspan(2));

@@ -17,10 +17,9 @@ std::optional<LibLzma> Load() {
   // The number of the interface, which has stayed since the first stable version.
   void* library = ::dlopen("liblzma.so.5", RTLD_LAZY | RTLD_LOCAL);
   LibLzma functions{};
-  const bool complete = library != nullptr &&
-                        Find(library, "lzma_raw_decoder", &functions.rawDecoder) &&
-                        Find(library, "lzma_code", &functions.code) &&
-                        Find(library, "lzma_end", &functions.end);
+  const bool complete =
+      library != nullptr && Find(library, "lzma_raw_decoder", &functions.rawDecoder) &&
+      Find(library, "lzma_code", &functions.code) && Find(library, "lzma_end", &functions.end);
   return complete ? std::optional(functions) : std::nullopt;
 }
 

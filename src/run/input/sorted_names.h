@@ -1,6 +1,6 @@
 // The names of a directory in the order of their bytes, in bounded memory.
-#ifndef FI_RUN_SORTED_NAMES_H_
-#define FI_RUN_SORTED_NAMES_H_
+#ifndef FI_RUN_INPUT_SORTED_NAMES_H_
+#define FI_RUN_INPUT_SORTED_NAMES_H_
 
 #include <sys/types.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "run/temporary_file.h"
+#include "run/input/temporary_file.h"
 
 namespace fi::app {
 
@@ -64,4 +64,4 @@ class SortedNames {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_SORTED_NAMES_H_
+#endif  // FI_RUN_INPUT_SORTED_NAMES_H_

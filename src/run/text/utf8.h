@@ -1,6 +1,6 @@
 // UTF-8 as file names carry it: bytes that need not be valid.
-#ifndef FI_RUN_UTF8_H_
-#define FI_RUN_UTF8_H_
+#ifndef FI_RUN_TEXT_UTF8_H_
+#define FI_RUN_TEXT_UTF8_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -27,4 +27,4 @@ uint32_t CodePoint(std::string_view sequence);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_UTF8_H_
+#endif  // FI_RUN_TEXT_UTF8_H_

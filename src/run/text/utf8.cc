@@ -1,4 +1,4 @@
-#include "run/utf8.h"
+#include "run/text/utf8.h"
 
 #include <algorithm>
 #include <iterator>

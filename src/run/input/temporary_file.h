@@ -1,6 +1,6 @@
 // A file without a name, which goes with the process.
-#ifndef FI_RUN_TEMPORARY_FILE_H_
-#define FI_RUN_TEMPORARY_FILE_H_
+#ifndef FI_RUN_INPUT_TEMPORARY_FILE_H_
+#define FI_RUN_INPUT_TEMPORARY_FILE_H_
 
 #include <cstddef>
 #include <utility>
@@ -33,4 +33,4 @@ class TemporaryFile {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_TEMPORARY_FILE_H_
+#endif  // FI_RUN_INPUT_TEMPORARY_FILE_H_

@@ -1,13 +1,13 @@
 // Standard input as something that can be read at any position.
-#ifndef FI_RUN_STANDARD_INPUT_H_
-#define FI_RUN_STANDARD_INPUT_H_
+#ifndef FI_RUN_INPUT_STANDARD_INPUT_H_
+#define FI_RUN_INPUT_STANDARD_INPUT_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "run/temporary_file.h"
+#include "run/input/temporary_file.h"
 
 namespace fi::app {
 
@@ -44,4 +44,4 @@ class StandardInput {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_STANDARD_INPUT_H_
+#endif  // FI_RUN_INPUT_STANDARD_INPUT_H_

@@ -1,6 +1,6 @@
 // File name extensions against formats.
-#ifndef FI_RUN_EXTENSION_H_
-#define FI_RUN_EXTENSION_H_
+#ifndef FI_RUN_TEXT_EXTENSION_H_
+#define FI_RUN_TEXT_EXTENSION_H_
 
 #include <string_view>
 
@@ -28,4 +28,4 @@ bool IsExtensionMismatch(std::string_view path, const FIFormatFacts& facts);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_EXTENSION_H_
+#endif  // FI_RUN_TEXT_EXTENSION_H_

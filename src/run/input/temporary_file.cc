@@ -1,4 +1,4 @@
-#include "run/temporary_file.h"
+#include "run/input/temporary_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>

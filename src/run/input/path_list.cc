@@ -1,4 +1,4 @@
-#include "run/path_list.h"
+#include "run/input/path_list.h"
 
 #include <poll.h>
 #include <unistd.h>

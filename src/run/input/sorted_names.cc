@@ -1,4 +1,4 @@
-#include "run/sorted_names.h"
+#include "run/input/sorted_names.h"
 
 #include <unistd.h>
 

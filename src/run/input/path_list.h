@@ -1,6 +1,6 @@
 // A list of paths that is read while it is being written.
-#ifndef FI_RUN_PATH_LIST_H_
-#define FI_RUN_PATH_LIST_H_
+#ifndef FI_RUN_INPUT_PATH_LIST_H_
+#define FI_RUN_INPUT_PATH_LIST_H_
 
 #include <array>
 #include <cstddef>
@@ -41,4 +41,4 @@ class PathList {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_PATH_LIST_H_
+#endif  // FI_RUN_INPUT_PATH_LIST_H_

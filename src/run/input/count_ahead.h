@@ -1,6 +1,6 @@
 // How much there is to do: a walk of its own that only counts.
-#ifndef FI_RUN_COUNT_AHEAD_H_
-#define FI_RUN_COUNT_AHEAD_H_
+#ifndef FI_RUN_INPUT_COUNT_AHEAD_H_
+#define FI_RUN_INPUT_COUNT_AHEAD_H_
 
 #include <atomic>
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "run/file_walk.h"
+#include "run/input/file_walk.h"
 
 namespace fi::app {
 
@@ -54,4 +54,4 @@ class CountAhead {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_COUNT_AHEAD_H_
+#endif  // FI_RUN_INPUT_COUNT_AHEAD_H_

@@ -1,12 +1,12 @@
-#include "run/count_ahead.h"
+#include "run/input/count_ahead.h"
 
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "run/path_list.h"
-#include "run/within_memory.h"
+#include "run/input/path_list.h"
+#include "run/input/within_memory.h"
 
 namespace fi::app {
 

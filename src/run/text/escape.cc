@@ -1,9 +1,9 @@
-#include "run/escape.h"
+#include "run/text/escape.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "run/utf8.h"
+#include "run/text/utf8.h"
 
 namespace fi::app {
 namespace {

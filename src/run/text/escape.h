@@ -1,6 +1,6 @@
 // File names as text output shows them: one line, nothing that a terminal obeys, and reversible.
-#ifndef FI_RUN_ESCAPE_H_
-#define FI_RUN_ESCAPE_H_
+#ifndef FI_RUN_TEXT_ESCAPE_H_
+#define FI_RUN_TEXT_ESCAPE_H_
 
 #include <cstddef>
 #include <string>
@@ -22,4 +22,4 @@ bool AppendNamedEscape(char c, std::string& out);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_ESCAPE_H_
+#endif  // FI_RUN_TEXT_ESCAPE_H_

@@ -1,9 +1,9 @@
-#include "run/shell_quote.h"
+#include "run/text/shell_quote.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "run/utf8.h"
+#include "run/text/utf8.h"
 
 namespace fi::app {
 namespace {

@@ -1,6 +1,6 @@
 // The files below a directory, in an order that does not depend on the file system.
-#ifndef FI_RUN_FILE_WALK_H_
-#define FI_RUN_FILE_WALK_H_
+#ifndef FI_RUN_INPUT_FILE_WALK_H_
+#define FI_RUN_INPUT_FILE_WALK_H_
 
 #include <dirent.h>
 #include <sys/types.h>
@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "run/identify.h"
-#include "run/open_below.h"
-#include "run/sorted_names.h"
+#include "run/input/link_use.h"
+#include "run/input/open_below.h"
+#include "run/input/sorted_names.h"
 
 namespace fi::app {
 
@@ -87,4 +87,4 @@ class FileWalk {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_FILE_WALK_H_
+#endif  // FI_RUN_INPUT_FILE_WALK_H_

@@ -1,4 +1,4 @@
-#include "run/base64.h"
+#include "run/text/base64.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 // Words for a shell.
-#ifndef FI_RUN_SHELL_QUOTE_H_
-#define FI_RUN_SHELL_QUOTE_H_
+#ifndef FI_RUN_TEXT_SHELL_QUOTE_H_
+#define FI_RUN_TEXT_SHELL_QUOTE_H_
 
 #include <string>
 #include <string_view>
@@ -13,4 +13,4 @@ void AppendShellWord(std::string_view word, std::string& out);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_SHELL_QUOTE_H_
+#endif  // FI_RUN_TEXT_SHELL_QUOTE_H_

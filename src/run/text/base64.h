@@ -1,5 +1,5 @@
-#ifndef FI_RUN_BASE64_H_
-#define FI_RUN_BASE64_H_
+#ifndef FI_RUN_TEXT_BASE64_H_
+#define FI_RUN_TEXT_BASE64_H_
 
 #include <string>
 #include <string_view>
@@ -11,4 +11,4 @@ void AppendBase64(std::string_view bytes, std::string& out);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_BASE64_H_
+#endif  // FI_RUN_TEXT_BASE64_H_

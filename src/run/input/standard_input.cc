@@ -1,4 +1,4 @@
-#include "run/standard_input.h"
+#include "run/input/standard_input.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

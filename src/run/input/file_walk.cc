@@ -1,4 +1,4 @@
-#include "run/file_walk.h"
+#include "run/input/file_walk.h"
 
 #include <fcntl.h>
 #include <fnmatch.h>

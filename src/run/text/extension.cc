@@ -1,4 +1,4 @@
-#include "run/extension.h"
+#include "run/text/extension.h"
 
 #include <strings.h>
 

@@ -1,6 +1,6 @@
 // Opening what lies below a directory without being led elsewhere.
-#ifndef FI_RUN_OPEN_BELOW_H_
-#define FI_RUN_OPEN_BELOW_H_
+#ifndef FI_RUN_INPUT_OPEN_BELOW_H_
+#define FI_RUN_INPUT_OPEN_BELOW_H_
 
 #include <unistd.h>
 
@@ -37,4 +37,4 @@ int OpenBelowByComponents(int directory, const char* path, int flags);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_OPEN_BELOW_H_
+#endif  // FI_RUN_INPUT_OPEN_BELOW_H_

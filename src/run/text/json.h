@@ -1,6 +1,6 @@
 // The pieces of JSON (RFC 8259) that the records are put together from.
-#ifndef FI_RUN_JSON_H_
-#define FI_RUN_JSON_H_
+#ifndef FI_RUN_TEXT_JSON_H_
+#define FI_RUN_TEXT_JSON_H_
 
 #include <string>
 #include <string_view>
@@ -20,4 +20,4 @@ void AppendJsonList(std::string_view list, std::string& out);
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_JSON_H_
+#endif  // FI_RUN_TEXT_JSON_H_

@@ -1,6 +1,6 @@
 // The one place of the programs where an exception ends.
-#ifndef FI_RUN_WITHIN_MEMORY_H_
-#define FI_RUN_WITHIN_MEMORY_H_
+#ifndef FI_RUN_INPUT_WITHIN_MEMORY_H_
+#define FI_RUN_INPUT_WITHIN_MEMORY_H_
 
 namespace fi::app {
 
@@ -18,4 +18,4 @@ bool WithinMemory(Body&& body) noexcept {
 
 }  // namespace fi::app
 
-#endif  // FI_RUN_WITHIN_MEMORY_H_
+#endif  // FI_RUN_INPUT_WITHIN_MEMORY_H_

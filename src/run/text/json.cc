@@ -1,11 +1,11 @@
-#include "run/json.h"
+#include "run/text/json.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
-#include "run/escape.h"
-#include "run/utf8.h"
+#include "run/text/escape.h"
+#include "run/text/utf8.h"
 
 namespace fi::app {
 namespace {

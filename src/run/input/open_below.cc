@@ -1,4 +1,4 @@
-#include "run/open_below.h"
+#include "run/input/open_below.h"
 
 #include <fcntl.h>
 #include <linux/openat2.h>
