@@ -198,8 +198,7 @@ Work* WorkOf(const IOHandle* handle) noexcept;
 // it.
 int32_t OpenSource(IOHandle** handle, uint32_t sourceType, const void* source, Work* work) noexcept;
 
-// Returns `memory`, allocated for an identification. A null pointer is noted in the record: memory
-// has run out.
+// Returns `pointer`, the result of an allocation. If null, the record notes that memory ran out.
 template <class Pointer>
 Pointer Allocated(Work* work, Pointer pointer) {
   if (pointer == nullptr && work != nullptr) work->noMemory = true;
