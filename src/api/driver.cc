@@ -134,7 +134,7 @@ Answer RefineOrCorrect(SignatureRun& run, const Answer& answer, const Behaviour&
 
 // A file that is no storage and that no signature claimed: the text fallback and, where it is asked
 // for, the supplement. Delimited text is a specific answer, which the supplement must leave alone.
-// A file that begins like no text need not be read on to know that it is none.
+// A file with a beginning that no text has is not read further for the text fallback.
 template <const Walks& kWalks>
 Answer IdentifyRest(SignatureRun& run, const Behaviour& behaviour) {
   SupplementAnswer further;

@@ -110,8 +110,7 @@ void SetWork(const Work& work, FIResult* result) {
   }
 }
 
-// The first of these that holds: what broke the identification off, what it lacked, how its
-// decryption went.
+// The first that applies: the reason of a break, missing data, the status of the decryption.
 uint32_t StatusOf(const Work& work, const Answer& answer) {
   if (work.limit == WorkLimit::kCancelled) return kFiCancelled;
   if (work.limit != WorkLimit::kNone) return kFiLimitReached;

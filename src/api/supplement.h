@@ -31,7 +31,7 @@ SupplementAnswer SupplementAnswerOf(const WalkResult& match);
 // for every other identifier. The stream and the handle are left anywhere.
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
 
-// Whether the file's first bytes show that it is no text, so that the fallback need not be asked.
+// Whether the first bytes rule out text, so that the text fallback can be skipped.
 bool BeginsBinary(IdentificationStream* stream);
 
 }  // namespace fi

@@ -1,5 +1,5 @@
-// Calls on an IO handle with their failures as results: what a host's handle answers is checked
-// here once, so that a faulty one cannot lead the library past its buffers.
+// Calls on an IO handle, with failures as results. The answers of a host's handle are checked here,
+// so that a faulty handle cannot lead the library past its buffers.
 #ifndef FI_PLATFORM_IO_H_
 #define FI_PLATFORM_IO_H_
 
@@ -15,8 +15,8 @@
 
 extern "C" {
 
-// Item 39 of a package view: how it reads its members. The views of this library have one way, so
-// that setting it to any value succeeds and changes nothing.
+// Item 39 of a package view: the way of reading members. The views of this library have only one,
+// so setting any value succeeds and changes nothing.
 constexpr uint32_t kIoSetPackageMode = 39;
 
 // Item 1001 of a package view of this library: no further member is asked for, so that what the

@@ -1,5 +1,5 @@
-// Whether an encrypted Office document opens without asking for a password: under the one that
-// Excel gives to workbooks that are protected against changes only, or under the empty one
+// Whether an encrypted Office document opens without asking for a password: with Excel's fixed
+// password for workbooks protected only against changes, or with the empty password
 // ([MS-OFFCRYPTO]).
 #ifndef FI_PLATFORM_OFFICE_PASSWORD_H_
 #define FI_PLATFORM_OFFICE_PASSWORD_H_

@@ -17,8 +17,8 @@ namespace fi {
 inline constexpr uint32_t kExtensionSize = 5;
 using Extension = std::array<char, kExtensionSize>;
 
-// What the programs of one identification share. Programs start where the one before them left the
-// stream, so all but those that only hand over to a probe begin by moving it.
+// State that the programs of one identification share. A program starts where the last program left
+// the stream, so every program except a mere call of a probe begins with a move.
 struct SignatureRun {
   IdentificationStream* stream = nullptr;  // borrowed
   Extension extension{};

@@ -1,6 +1,6 @@
-// Which rows of a table that begin at a fixed place behind the start can match a file, by the byte
-// at that place. One pass over the places stands for as many rows as the table has there; it runs
-// when the walk reaches the first of them.
+// Rows that begin at a fixed place behind the start, selected by the byte at that place: which of
+// them can match a file. One pass over the places serves all such rows of the table; it runs when
+// the walk reaches the first of them.
 //
 // The walk with places keeps the answers of the plain walk, but not the positions that its programs
 // find the stream at. REQUIRES: each program of the table begins by moving the stream, or hands

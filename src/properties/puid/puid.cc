@@ -22,8 +22,8 @@ PuidText Spell(uint16_t number) {
   return Store(text.view());
 }
 
-// Formats whose one candidate is not the only kind of file that they stand for: general answers,
-// and those that the registry divides by what is not read here.
+// Formats with one candidate that stand for other kinds of file too: general answers, and formats
+// that the registry divides by content not read here.
 constexpr FormatId kOpen[] = {
     kFormatWord6Or95,
     kFormatExcel5Or95,

@@ -30,9 +30,9 @@ struct WalkOptions {
 // open. The depth is bounded by the length that the system allows a path, and the memory for names
 // by kNamesLimit and, beyond it, kLevelLimit for each level.
 //
-// Regular files are delivered. Fifos, sockets and devices are passed over, and so are links, except
-// that with LinkUse::kAll a link counts as what it leads to (and is delivered where it leads
-// nowhere). In the other two ways nothing that is a link when it is opened is entered.
+// Regular files are delivered. Fifos, sockets and devices are passed over, and so are links. With
+// LinkUse::kAll a link counts as its target, and a link without a target is delivered. In the other
+// two modes no link is entered, not even a link made just before the opening.
 class FileWalk {
  public:
   static constexpr size_t kNamesLimit = size_t{4} << 20;
@@ -49,8 +49,8 @@ class FileWalk {
   // Why the directory at path() cannot be read; empty when path() is a file.
   const std::string& fault() const { return fault_; }
 
-  // What the file is to be opened below, and its path from there. Without a directory, which is so
-  // with LinkUse::kAll, it is to be opened by path().
+  // The directory to open the file from, and where in path() the relative path begins. Without a
+  // directory (LinkUse::kAll) the file is opened by path().
   const SharedDirectory& directory() const { return directory_; }
   size_t rootLength() const { return rootLength_; }
 

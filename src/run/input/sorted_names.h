@@ -13,8 +13,8 @@
 
 namespace fi::app {
 
-// Takes names, then gives them back sorted. What goes beyond the memory that it may use is sorted
-// in runs, which a temporary file holds and Next merges.
+// Takes names, then gives them back sorted. Names beyond the limit of memory are sorted in runs in
+// a temporary file, and Next merges the runs.
 class SortedNames {
  public:
   // `limit`: bytes of names and their offsets that are held while names come in.

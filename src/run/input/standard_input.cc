@@ -30,8 +30,8 @@ bool StandardInput::StartFile() {
   return file_.Open() && file_.Append(memory_.data(), memory_.size());
 }
 
-// Fills the memory, which grows by doubling. When it is full at its limit it is written out and
-// serves as the buffer of what follows.
+// Fills the memory, which grows by doubling. Memory full at its limit is written to the file, and
+// is then the buffer for the rest.
 bool StandardInput::Spool(int descriptor) {
   size_t filled = 0;
   for (uint64_t total = 0;;) {

@@ -19,8 +19,8 @@ enum class ExtensionMatch { kYes, kNo, kNone };  // kNone: there is nothing to c
 
 ExtensionMatch MatchExtension(std::string_view path, const FIFormatFacts& facts);
 
-// True for answers that leave open what a file is for: unknown, text, ZIP archive, XML and the
-// like. What they hold may rightly have another extension.
+// True for general answers: unknown, text, ZIP archive, XML and the like. Files of a more special
+// format have such an answer too, and rightly another extension.
 bool IsGeneralFormat(FormatId id);
 
 // True where the extension is none of the format's and the answer is not general.

@@ -7,8 +7,8 @@
 
 namespace fi::app {
 
-// Appends `word` so that a shell takes it as one word with exactly these bytes: in single quotes,
-// or as $'...' (POSIX.1-2024) where it holds characters that a terminal obeys or that deceive.
+// Appends `word` as a single word of a shell with exactly these bytes: in single quotes, or as
+// $'...' (POSIX.1-2024) if characters in it control a terminal or deceive.
 void AppendShellWord(std::string_view word, std::string& out);
 
 }  // namespace fi::app

@@ -48,8 +48,8 @@ std::string_view MappedPath(const void* address, MapsLine& line) {
   return {};
 }
 
-// The path of the shared object that this code is in. A relative one was meant for the folder that
-// was the current one then: in its place stands what the kernel has mapped.
+// The path of the shared object that this code is in. A relative path refers to the current folder
+// of the time of loading, so the path in the kernel's list of mappings replaces it.
 std::string_view OwnPath(MapsLine& line) {
   static constexpr char kHere = 0;
   Dl_info info{};

@@ -41,7 +41,7 @@ std::optional<LibCrypto> Load() {
   return functions;
 }
 
-// Whether `name` is one of those in the list, which colons divide.
+// Whether the list, divided by colons, holds `name`.
 bool IsListed(std::string_view list, std::string_view name) {
   while (!list.empty()) {
     const std::string_view first = list.substr(0, list.find(':'));

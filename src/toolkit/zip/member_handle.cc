@@ -76,8 +76,8 @@ bool DeflatedHandle::Restart() {
   return inflater_ != nullptr;
 }
 
-// Stores the next bytes and returns their number, which is smaller only where the member, or what
-// may be read of it, ends.
+// Stores the next bytes and returns their number. Fewer than `size` only at the end of the member
+// or at the limit of readable bytes.
 uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   size = static_cast<uint32_t>(std::min<uint64_t>(size, view_.inflatable()));
   const uint32_t wanted = size;
