@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "toolkit/io/positioned_handle.h"
 
@@ -12,10 +13,12 @@ namespace fi::fuzzing {
 
 class InputHandle final : public io::PositionedHandle {
  public:
-  InputHandle(const uint8_t* data, size_t size)
-      : PositionedHandle("input"), data_(data), size_(size) {}
+  InputHandle(const uint8_t* data, size_t size, std::string_view name = "input",
+              const io::HandleOrigin& origin = {})
+      : PositionedHandle(name, origin), data_(data), size_(size) {}
   ~InputHandle() override = default;
 
+  uint32_t mostPerRead = UINT32_MAX;  // short reads
   uint64_t reads = 0;
   uint64_t bytesRead = 0;
 
@@ -24,7 +27,8 @@ class InputHandle final : public io::PositionedHandle {
   int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) override {
     ++reads;
     if (static_cast<uint64_t>(offset) >= size_) return 0;
-    *count = static_cast<uint32_t>(std::min<uint64_t>(size, size_ - static_cast<uint64_t>(offset)));
+    *count = static_cast<uint32_t>(
+        std::min<uint64_t>({size, mostPerRead, size_ - static_cast<uint64_t>(offset)}));
     std::copy_n(data_ + offset, *count, buffer);
     bytesRead += *count;
     return 0;

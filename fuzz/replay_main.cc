@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
@@ -39,6 +40,7 @@ bool Replay(const fs::path& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  (void)LLVMFuzzerInitialize(&argc, &argv);
   size_t count = 0;
   for (int i = 1; i < argc; ++i) {
     for (const fs::path& path : CollectFiles(argv[i])) {

@@ -1,15 +1,23 @@
 /*
  * formatid: names the format of a file from its bytes.
  *
+ * New programs call FIIdentify (formatid/identify.h), which takes any source, has limits, tells
+ * failures apart and shares nothing between jobs. The functions of this header are what came before
+ * it; their answers never change.
+ *
  *   FormatId id;
  *   char name[256];
- *   uint16_t status = FIIdFileEx(kIoSourcePath, "report.doc", kFiTextFallback, &id, name, 256);
+ *   uint16_t status = FIIdFileEx(kIoSourcePath, "report.doc", kFiEverything, &id, name, 256);
  *
  * All functions are thread-safe as long as each thread uses handles of its own. Identifications
  * with different behaviour flags and kFiUseFlags publish them in one process-wide option (338486),
- * where the last writer wins; what a call itself does is decided by its own flags.
+ * where the last writer wins; what a call itself does is decided by its own flags. A call without
+ * kFiUseFlags does what that option says when it is made.
  *
- * Nothing is kept between calls and no file is ever changed.
+ * No limit but those that keep memory safe holds here: a hostile file may take seconds. A read that
+ * fails counts as the end of the data. No file is ever changed.
+ *
+ * Pointers may be NULL only where that is said; any other NULL crashes.
  */
 #ifndef FI_FORMATID_FORMATID_H_
 #define FI_FORMATID_FORMATID_H_
@@ -37,7 +45,9 @@ enum {
   /* Take kFiTextFallback and kFiDelimitedText from the flags, not from option 338486, and publish
    * them there. FIIdFile and FIIdFileEx always set it. */
   kFiUseFlags = 2,
-  /* Identify a storage by its class identifier alone. */
+  /* Identify a storage by its class identifier alone. The answer is of a mail item: 1143, 1311 or
+   * one of their kinds. Where the handle is no storage, or its class is all zero, it is 1311 as
+   * well, with status 0; ask whether it is a storage (kIoInfoIsStorage) before. */
   kFiClassOnly = 4,
   /* Tell delimited text (CSV and the like) apart from other text. Effective only with kFiUseFlags.
    */
@@ -47,6 +57,9 @@ enum {
    * text: more formats, whose identifiers are 3000 to 3999, and files of a known format that its
    * signatures do not see, damaged ones among them. A specific answer is never changed. */
   kFiSupplement = 16,
+
+  /* All that finds more: kFiTextFallback alone leaves three times as many files unknown. */
+  kFiEverything = kFiTextFallback | kFiDelimitedText | kFiSupplement,
 };
 
 /* Statuses of FIIdHandle. */
@@ -69,6 +82,8 @@ enum {
 enum {
   kFiAccessDenied = 7,
   kFiNotFound = 58,
+  /* The file did not open for another reason, with identifier 0; or no stream could be made over
+   * it (the low half of FI_NO_STREAM), with identifier kFormatUnknown. */
   kFiOpenFailed = 65535,
 };
 
@@ -88,8 +103,9 @@ FI_API uint32_t FIDeInit(void* a, void* b, void* c) FI_NOEXCEPT;
  *        more = FIGetNextId(&cursor, &id, name, size)) ...
  *
  * Each returns 1 while it found an identifier, with its name in `nameBuffer` (cut to fit, always
- * NUL-terminated), and 0 at the end, where `*cursor` and `*idOut` are 9999. `cursor` belongs to the
- * caller; walks with their own cursors are independent. `nameBuffer` may be NULL.
+ * NUL-terminated), and 0 at the end, where `*cursor` and `*idOut` are 9999. A call of FIGetNextId
+ * behind the end wraps: it starts again at the first identifier. `cursor` belongs to the caller;
+ * walks with their own cursors are independent. `nameBuffer` may be NULL, the other pointers not.
  */
 FI_API uint16_t FIGetFirstId(uint16_t* cursor, uint16_t* idOut, char* nameBuffer,
                              uint16_t nameBufferSize) FI_NOEXCEPT;
@@ -99,14 +115,15 @@ FI_API uint16_t FIGetNextId(uint16_t* cursor, uint16_t* idOut, char* nameBuffer,
 /*
  * Stores the name of an identifier from 1000 to 5102 (ASCII, cut to fit, NUL-terminated) and
  * returns its length in bytes. Any other identifier, or one without a name, gives an empty text and
- * 0.
+ * 0. `nameBuffer` may be NULL: then nothing is stored, and the answer is 0.
  */
 FI_API uint16_t FIGetIDString(FormatId id, char* nameBuffer, uint16_t nameBufferSize) FI_NOEXCEPT;
 
 /*
  * Opens what `sourceType` and `source` name (io.h), identifies it and closes it again. Returns the
  * low 16 bits of FIIdHandle's status, or kFiNotFound, kFiAccessDenied or kFiOpenFailed with
- * `*idOut` 0 when it does not open.
+ * `*idOut` 0 when it does not open. `source` and `idOut` may be NULL; without a source nothing
+ * opens.
  */
 FI_API uint16_t FIIdFile(uint32_t sourceType, const void* source, uint32_t flags,
                          FormatId* idOut) FI_NOEXCEPT;
@@ -122,15 +139,21 @@ FI_API uint16_t FIIdFileEx(uint32_t sourceType, const void* source, uint32_t fla
  * Returns 0 for a completed identification, with `*idOut` kFormatUnknown when nothing was
  * recognised; FI_NO_STREAM when no stream could be made over the handle; kFiUnknownClass in
  * class-only mode; for encrypted packages the status of the decryption beside the identifier of the
- * encrypted format. For 1819 and 1834 a missing password (11) counts as success, unless the
- * classifier decided after the signatures.
+ * encrypted format.
+ *
+ * Encrypted documents: for 1819 and 1834 a missing password counts as success, unless the
+ * classifier decided after the signatures. So status 0 with one of these identifiers means an
+ * encrypted document of which no more is known, and a status of 11, 14 or 3328 one that was not
+ * opened. FIIdentify gives kFiPasswordNeeded in each of these cases.
+ *
+ * `handle` may be NULL, which gives FI_NO_STREAM, and so may `idOut`.
  */
 FI_API uint32_t FIIdHandle(IOHandle* handle, uint32_t flags, FormatId* idOut) FI_NOEXCEPT;
 
 /*
  * Second look at one identifier: for 4050 (encoded text), which encoding it is. Reads from the
  * start of the file and leaves the handle where the reading ended. Returns 0 for any other
- * identifier and when nothing is found.
+ * identifier and when nothing is found, with a NULL handle as well.
  */
 FI_API FormatId FIIdSpecial(IOHandle* handle, FormatId id) FI_NOEXCEPT;
 

@@ -93,11 +93,9 @@ typedef struct FISource {
   uint32_t reserved; /* 0 */
 } FISource;
 
-/* Flags of FIRequest: kFiTextFallback, kFiDelimitedText and kFiSupplement (formatid.h), in effect
- * without kFiUseFlags. No flag at all leaves the signatures of the fixed catalogue. */
-enum {
-  kFiEverything = kFiTextFallback | kFiDelimitedText | kFiSupplement,
-};
+/* Flags of FIRequest are kFiTextFallback, kFiDelimitedText and kFiSupplement (formatid.h), in
+ * effect without kFiUseFlags, and kFiEverything for all. Without a flag there are the signatures of
+ * the fixed catalogue alone. */
 
 /* What one identification may cost. 0 stands for the default, FI_NO_LIMIT for none. The defaults
  * are counts, so that an answer does not depend on the machine. */
@@ -139,7 +137,7 @@ typedef int32_t (*FICancel)(void* context);
 
 /* What a trace record tells. The fields that it uses stand behind each. */
 enum {
-  kFiTraceRow = 1,       /* text, row, id: a row of a table of signatures matched */
+  kFiTraceRow = 1,       /* text, row, id, number: a row of that table of signatures matched */
   kFiTraceProbe = 2,     /* number, id: a probe was asked and found id; 0: nothing */
   kFiTraceRead = 3,      /* offset, count: bytes of the source were read */
   kFiTraceMember = 4,    /* text: a member of a package was opened */
@@ -147,6 +145,9 @@ enum {
   kFiTraceCandidate = 6, /* text, id: what spoke for id did not hold; text is the reason */
   kFiTraceAnswer = 7,    /* id: the answer */
 };
+
+/* The tables of signatures. */
+enum { kFiCatalogue = 0, kFiSupplementTable = 1 };
 
 /* A step of an identification. It is valid during the call of the callback. */
 typedef struct FITraceRecord {
@@ -256,9 +257,10 @@ typedef struct FIResult {
  * one has bytes set that this library does not know, a flag or a kind is not known, or the source
  * lacks what its kind needs. The result is filled where it is usable.
  *
- * Encrypted documents: the identifier is that of the document's format as far as it is told without
- * a password, and the status is kFiPasswordNeeded, kFiWrongPassword or kFiDecryptionFailed. With a
- * password that fits, the status is kFiOk.
+ * Encrypted documents that a password opens: without one the identifier is that of the format as
+ * far as it is told, and the status is kFiPasswordNeeded, kFiWrongPassword or kFiDecryptionFailed.
+ * With a password that fits, the status is kFiOk. Other encrypted formats, and those that a name's
+ * extension tells, have identifiers of their own and the status kFiOk.
  */
 FI_API uint32_t FIIdentify(const FIRequest* request, FIResult* result) FI_NOEXCEPT;
 

@@ -5,7 +5,9 @@
  * message store, a cloud object, a decrypted view). A handle is used by one thread at a time; two
  * handles on the same file are independent of each other.
  *
- * Every operation returns 0 on success and another value on failure. None of them may throw.
+ * Every operation returns 0 on success and another value on failure. In C++ one may throw: it
+ * counts as failed. (std::uncaught_exceptions of that thread is one more from then on where the
+ * host has a C++ runtime of its own: better catch in the operation.)
  */
 #ifndef FI_FORMATID_IO_H_
 #define FI_FORMATID_IO_H_

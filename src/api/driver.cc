@@ -9,6 +9,7 @@
 #include "platform/delimited_text.h"
 #include "platform/io.h"
 #include "platform/no_throw.h"
+#include "platform/trace.h"
 #include "probes/protection/rights_management.h"
 #include "probes/storage/classifier.h"
 #include "probes/storage/message_class.h"
@@ -17,9 +18,27 @@
 #include "signature/interpreter.h"
 #include "stream/id_stream.h"
 #include "tables/signature_table.h"
+#include "tables/supplement_table.h"
 
 namespace fi {
 namespace {
+
+// The walks over the tables: what a caller who asked for a trace is told of costs nobody else.
+struct Walks {
+  WalkResult (*signatures)(SignatureRun& run);
+  WalkResult (*supplement)(SignatureRun& run);
+  void (*drop)(const SignatureRun& run, FormatId id, const char* reason);  // of a candidate
+};
+
+constexpr void DropSilently(const SignatureRun& /*run*/, FormatId /*id*/, const char* /*reason*/) {}
+
+void TellDropped(const SignatureRun& run, FormatId id, const char* reason) {
+  if (id == kNoMatch) return;
+  Tell(run.stream->job->work, {.kind = kFiTraceCandidate, .text = reason, .id = id});
+}
+
+constexpr Walks kPlainWalks = {WalkSignatures, WalkSupplement, DropSilently};
+constexpr Walks kTracedWalks = {WalkSignaturesTraced, WalkSupplementTraced, TellDropped};
 
 // Bits of option 338486.
 constexpr uint32_t kOptionText = 1;
@@ -101,22 +120,28 @@ Answer Refine(SignatureRun& run, Answer answer) {
 
 // A file that is no storage and that no signature claimed: the text fallback and, where it is asked
 // for, the supplement. Delimited text is a specific answer, which the supplement must leave alone.
-// A file that begins like no text need not be read on to know that it is none.
+// A file with a beginning that no text has is not read further for the text fallback.
+template <const Walks& kWalks>
 Answer IdentifyRest(SignatureRun& run, const Behaviour& behaviour) {
   SupplementAnswer further;
   if (behaviour.supplement) {
-    further = AskSupplementSignatures(run);
+    further = SupplementAnswerOf(kWalks.supplement(run));
     // It also leaves the head of the file in the stream's buffer, where the fallback looks first.
     const bool isBinary = BeginsBinary(run.stream);
     if (further && isBinary) return AnswerOf(further);
   }
   Answer answer{kFiOk, FallBackToText(run.stream, behaviour), {}};
   if (answer.id != kFormatUnknown) answer.evidence.basis = kFiBasisText;
-  if (!behaviour.supplement || !IsGeneralAnswer(answer.id)) return answer;
+  if (!behaviour.supplement) return answer;
+  if (!IsGeneralAnswer(answer.id)) {
+    kWalks.drop(run, further.id, "the text is delimited");
+    return answer;
+  }
   return further ? AnswerOf(further) : Refine(run, answer);
 }
 
 // No signature claimed the file: the classifier, then the fallbacks, then unknown.
+template <const Walks& kWalks>
 Answer IdentifyUnmatched(SignatureRun& run, const Behaviour& behaviour) {
   if (run.isStorage && run.classifierRan == 0) {
     FormatId id = kNoMatch;
@@ -128,7 +153,7 @@ Answer IdentifyUnmatched(SignatureRun& run, const Behaviour& behaviour) {
   }
   Answer answer;
   if (!run.isStorage) {
-    answer = IdentifyRest(run, behaviour);
+    answer = IdentifyRest<kWalks>(run, behaviour);
   } else if (behaviour.supplement) {
     answer = Refine(run, answer);
   }
@@ -172,6 +197,19 @@ Answer FinishMatch(SignatureRun& run, const WalkResult& match, bool isProtected,
   return answer;
 }
 
+template <const Walks& kWalks>
+Answer IdentifyBy(IdentificationStream* stream, const Behaviour& behaviour, bool classOnly) {
+  SignatureRun run;
+  run.stream = stream;
+  run.isStorage = ReadClassId(stream->handle, run.classId);
+  run.extension = ReadExtension(stream->handle);
+  const bool isProtected = run.isStorage && CheckDrmContentStream(stream);
+  if (classOnly) return IdentifyByClass(run);
+  const WalkResult match = kWalks.signatures(run);
+  return match.id == kNoMatch ? IdentifyUnmatched<kWalks>(run, behaviour)
+                              : FinishMatch(run, match, isProtected, behaviour);
+}
+
 Answer IdentifyDecrypted(const IdentificationJob& job, IOHandle* handle) {
   return IdentifyForJob(job, handle, 0);
 }
@@ -181,15 +219,14 @@ Answer IdentifyDecrypted(const IdentificationJob& job, IOHandle* handle) {
 constinit const IdentificationJob kHostJob = {IdentifyDecrypted, RelayPasswordRequest};
 
 Answer IdentifyStream(IdentificationStream* stream, const Behaviour& behaviour, bool classOnly) {
-  SignatureRun run;
-  run.stream = stream;
-  run.isStorage = ReadClassId(stream->handle, run.classId);
-  run.extension = ReadExtension(stream->handle);
-  const bool isProtected = run.isStorage && CheckDrmContentStream(stream);
-  if (classOnly) return IdentifyByClass(run);
-  const WalkResult match = WalkSignatures(run);
-  return match.id == kNoMatch ? IdentifyUnmatched(run, behaviour)
-                              : FinishMatch(run, match, isProtected, behaviour);
+  return IdentifyBy<kPlainWalks>(stream, behaviour, classOnly);
+}
+
+Answer IdentifyTraced(IdentificationStream* stream, const Behaviour& behaviour) {
+  const Answer answer = IdentifyBy<kTracedWalks>(stream, behaviour, false);
+  Tell(stream->job->work, {.kind = kFiTraceAnswer,
+                           .id = answer.id != kNoMatch ? answer.id : FormatId{kFormatUnknown}});
+  return answer;
 }
 
 Answer IdentifyHandle(IOHandle* handle, uint32_t flags) {

@@ -25,6 +25,9 @@ Answer IdentifyForJob(const IdentificationJob& job, IOHandle* handle, uint32_t f
 // answer is the best that was found; `work` tells whether a limit was reached or something failed.
 Answer IdentifyWithWork(IOHandle* handle, uint32_t flags, Work* work);
 
+// IdentifyStream, whose steps are told to the trace of the stream's job.
+Answer IdentifyTraced(IdentificationStream* stream, const Behaviour& behaviour);
+
 // What the exports lend to the probes that decrypt: the callback that the host registered, and
 // IdentifyHandle without flags.
 extern const IdentificationJob kHostJob;

@@ -14,6 +14,7 @@
 #include "platform/io.h"
 #include "platform/no_throw.h"
 #include "platform/source.h"
+#include "platform/trace.h"
 #include "platform/work.h"
 #include "stream/id_stream.h"
 #include "stream/identification_job.h"
@@ -109,8 +110,7 @@ void SetWork(const Work& work, FIResult* result) {
   }
 }
 
-// The first of these that holds: what broke the identification off, what it lacked, how its
-// decryption went.
+// The first that applies: the reason of a break, missing data, the status of the decryption.
 uint32_t StatusOf(const Work& work, const Answer& answer) {
   if (work.limit == WorkLimit::kCancelled) return kFiCancelled;
   if (work.limit != WorkLimit::kNone) return kFiLimitReached;
@@ -130,6 +130,8 @@ void Identify(const Job& job, FIResult* result) {
     work.cancel = IsCancelled;
     work.cancelContext = const_cast<Job*>(&job);
   }
+  Trace trace{job.request.trace, job.request.traceContext};
+  if (trace.tell != nullptr) work.trace = &trace;
   IOHandle* opened = nullptr;
   if (const int32_t failure = OpenRequestSource(&opened, job.request.source, &work);
       failure != kIoOk) {
@@ -145,7 +147,8 @@ void Identify(const Job& job, FIResult* result) {
   own.behaviour.supplement = (job.request.flags & kFiSupplement) != 0;
   Answer answer{.status = FI_NO_STREAM};
   if (const ScopedStream stream(opened, own); stream) {
-    answer = IdentifyStream(stream.get(), own.behaviour, false);
+    answer = work.trace == nullptr ? IdentifyStream(stream.get(), own.behaviour, false)
+                                   : IdentifyTraced(stream.get(), own.behaviour);
   }
   SetAnswer(answer, result);
   SetExtensionFit(opened, result);

@@ -1,4 +1,4 @@
-// What a format is called when the storage that holds it is rights-managed.
+// The identifiers of formats in a rights-managed storage.
 #ifndef FI_API_PROTECTED_FORMATS_H_
 #define FI_API_PROTECTED_FORMATS_H_
 
@@ -6,7 +6,7 @@
 
 namespace fi {
 
-// The rights-managed counterpart of `id`; 1316 for every format that has none of its own.
+// The rights-managed counterpart of `id`; kFormatRightsManagedOther for a format without its own.
 FormatId ProtectedFormat(FormatId id);
 
 }  // namespace fi

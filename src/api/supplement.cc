@@ -75,8 +75,7 @@ const GeneralFormat* FindGeneral(FormatId id) {
 
 bool IsGeneralAnswer(FormatId id) { return FindGeneral(id) != nullptr; }
 
-SupplementAnswer AskSupplementSignatures(SignatureRun& run) {
-  const WalkResult match = WalkSupplement(run);
+SupplementAnswer SupplementAnswerOf(const WalkResult& match) {
   if (match.id == kNoMatch) return {};
   return {match.id, BasisOfSupplementRow(match.row)};
 }

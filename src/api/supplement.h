@@ -7,6 +7,7 @@
 
 #include "formatid/platform.h"
 #include "signature/interpreter.h"
+#include "signature/signature_walk.h"
 
 namespace fi {
 
@@ -21,16 +22,16 @@ struct SupplementAnswer {
 // mail program count as well: their class may be told more exactly.
 bool IsGeneralAnswer(FormatId id);
 
-// Asks the signatures of the supplement about a file that is no storage. The stream and the handle
-// are left anywhere.
-SupplementAnswer AskSupplementSignatures(SignatureRun& run);
+// What a walk over the signatures of the supplement came to. They are asked about a file that is no
+// storage.
+SupplementAnswer SupplementAnswerOf(const WalkResult& match);
 
 // Asks the probes that look into what `id` stands for: ZIP archives, storages of an unknown kind,
 // message items whose class is not told, Ogg files, text, and what may be text in part. No answer
 // for every other identifier. The stream and the handle are left anywhere.
 SupplementAnswer RefineGeneralAnswer(SignatureRun& run, FormatId id);
 
-// Whether the file's first bytes show that it is no text, so that the fallback need not be asked.
+// Whether the first bytes rule out text, so that the text fallback can be skipped.
 bool BeginsBinary(IdentificationStream* stream);
 
 }  // namespace fi

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "cli/columns.h"
-#include "run/extension.h"
-#include "run/json.h"
+#include "run/text/extension.h"
+#include "run/text/json.h"
 
 namespace fi::app {
 namespace {

@@ -23,11 +23,11 @@ void ForEachFormat(Body&& body) {
   }
 }
 
-// Appends every format that has a name and, unless it is empty, the category. False, with nothing
-// appended, when there is none.
+// Appends the formats with a name; with a category that is not empty, only the formats of that
+// category. False, with nothing appended, when there is none.
 bool AppendCatalogue(CatalogueLayout layout, std::string_view category, std::string& out);
 
-// Appends what is known about the formats that `what` names: a number, a PRONOM identifier, a MIME
+// Appends the facts about the formats that `what` names: a number, a PRONOM identifier, a MIME
 // type, an extension or words of a name, tried in this order. False, with nothing appended, when
 // there is none. There is no CSV form; JSON is one object for one format, an array for more.
 bool AppendDescription(std::string_view what, CatalogueLayout layout, std::string& out);

@@ -6,7 +6,7 @@
 #include <charconv>
 
 #include "cli/catalogue.h"
-#include "run/extension.h"
+#include "run/text/extension.h"
 
 namespace fi::app {
 namespace {

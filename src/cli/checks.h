@@ -31,8 +31,8 @@ class Requirements {
   std::vector<Item> items_;
 };
 
-// The path with an extension of the format: in place of its own, if that is one of any format, else
-// behind it.
+// The path with an extension of the format. The new extension replaces a present extension that any
+// format has, and follows the name otherwise.
 std::string SuggestedName(std::string_view path, const FIFormatFacts& facts);
 
 }  // namespace fi::app

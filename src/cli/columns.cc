@@ -4,8 +4,8 @@
 #include <charconv>
 #include <iterator>
 
-#include "run/escape.h"
-#include "run/extension.h"
+#include "run/text/escape.h"
+#include "run/text/extension.h"
 
 namespace fi::app {
 namespace {

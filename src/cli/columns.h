@@ -42,8 +42,8 @@ std::vector<HashKind> HashesOf(std::span<const Column* const> columns);
 // Appends a field of a CSV record (RFC 4180).
 void AppendCsvField(std::string_view text, std::string& out);
 
-// AppendCsvField for text that a stranger chose: what a spreadsheet would take as a formula gets an
-// apostrophe in front, and so does what begins with one.
+// AppendCsvField for text that a stranger chose: an apostrophe precedes text that a spreadsheet
+// would take as a formula, and text with an apostrophe at its beginning.
 void AppendCsvCell(std::string_view text, std::string& out);
 
 std::string_view StatusName(AnswerStatus status);

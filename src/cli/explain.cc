@@ -4,8 +4,8 @@
 
 #include "cli/limits.h"
 #include "formatid/identify.h"
-#include "run/escape.h"
-#include "run/json.h"
+#include "run/text/escape.h"
+#include "run/text/json.h"
 
 namespace fi::app {
 namespace {

@@ -8,7 +8,7 @@
 
 namespace fi::app {
 
-// A line a step, for people, and one for what it cost.
+// Appends a line for each step, for people, and a line for the costs.
 void AppendSteps(const Answer& answer, std::string& out);
 
 // ,"steps":[...] of a JSON object.

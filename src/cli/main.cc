@@ -21,8 +21,8 @@
 namespace fi::app {
 namespace {
 
-// Occupies standard descriptors that the caller closed, so that no file that is opened later takes
-// their place: with one that refuses to be read or written as the standard one would be.
+// Occupies standard descriptors closed by the caller, so that no later file takes their numbers.
+// The substitute refuses the use of the standard descriptor: reading for input, writing for output.
 void OccupyStandardDescriptors() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (::fcntl(descriptor, F_GETFD) >= 0) continue;

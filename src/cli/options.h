@@ -9,8 +9,8 @@
 #include "cli/catalogue.h"
 #include "cli/report.h"
 #include "formatid/identify.h"
-#include "run/file_walk.h"
 #include "run/identify.h"
+#include "run/input/file_walk.h"
 #include "run/pipeline.h"
 #include "run/progress.h"
 

@@ -4,12 +4,12 @@
 
 #include "cli/explain.h"
 #include "formatid/formatid.h"
-#include "run/base64.h"
-#include "run/escape.h"
-#include "run/extension.h"
-#include "run/json.h"
-#include "run/shell_quote.h"
-#include "run/utf8.h"
+#include "run/text/base64.h"
+#include "run/text/escape.h"
+#include "run/text/extension.h"
+#include "run/text/json.h"
+#include "run/text/shell_quote.h"
+#include "run/text/utf8.h"
 
 namespace fi::app {
 namespace {

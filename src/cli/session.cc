@@ -8,11 +8,11 @@
 #include <cerrno>
 #include <cstring>
 
-#include "run/escape.h"
-#include "run/file_walk.h"
-#include "run/path_list.h"
+#include "run/input/file_walk.h"
+#include "run/input/path_list.h"
+#include "run/input/within_memory.h"
 #include "run/signals.h"
-#include "run/within_memory.h"
+#include "run/text/escape.h"
 
 namespace fi::app {
 namespace {

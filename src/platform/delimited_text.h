@@ -1,5 +1,5 @@
-// The delimited-text sniffer of the toolkit: one InitCSV, one IsCSV, one DeinitCSV for each
-// question.
+// The delimited-text sniffer of the toolkit: each question takes a call of InitCSV, of IsCSV and of
+// DeinitCSV.
 #ifndef FI_PLATFORM_DELIMITED_TEXT_H_
 #define FI_PLATFORM_DELIMITED_TEXT_H_
 

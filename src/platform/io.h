@@ -1,5 +1,5 @@
-// Calls on an IO handle with their failures as results: what a host's handle answers is checked
-// here once, so that a faulty one cannot lead the library past its buffers.
+// Calls on an IO handle, with failures as results. The answers of a host's handle are checked here,
+// so that a faulty handle cannot lead the library past its buffers.
 #ifndef FI_PLATFORM_IO_H_
 #define FI_PLATFORM_IO_H_
 
@@ -11,11 +11,12 @@
 #include <string_view>
 
 #include "formatid/io.h"
+#include "platform/no_throw.h"
 
 extern "C" {
 
-// Item 39 of a package view: how it reads its members. The views of this library have one way, so
-// that setting it to any value succeeds and changes nothing.
+// Item 39 of a package view: the way of reading members. The views of this library have only one,
+// so setting any value succeeds and changes nothing.
 constexpr uint32_t kIoSetPackageMode = 39;
 
 // Item 1001 of a package view of this library: no further member is asked for, so that what the
@@ -29,10 +30,17 @@ int32_t IOSetInfo(IOHandle* handle, uint32_t item, uint32_t value, const void* d
 
 namespace fi::io {
 
+// The result of one operation of a handle. An operation of a C++ host that throws has failed.
+template <class Operation>
+int32_t ResultOf(Operation&& operation) {
+  return NoThrow<int32_t>(-1, operation);
+}
+
 // Reads up to `size` bytes; the number stored, 0 at end of data and on failure.
 inline uint32_t Read(IOHandle* handle, void* buffer, uint32_t size) {
   uint32_t count = 0;
-  if (handle->operations->read(handle, buffer, size, &count) != 0) return 0;
+  const auto read = [&] { return handle->operations->read(handle, buffer, size, &count); };
+  if (ResultOf(read) != 0) return 0;
   return count <= size ? count : 0;
 }
 
@@ -50,15 +58,16 @@ inline size_t ReadFully(IOHandle* handle, uint8_t* buffer, size_t size) {
 
 // `offset` is signed when the origin is not the start: its 32 bits are passed as they are.
 inline bool Seek(IOHandle* handle, uint32_t origin, uint32_t offset) {
-  return handle->operations->seek(handle, origin, static_cast<int32_t>(offset)) == 0;
+  const auto target = static_cast<int32_t>(offset);
+  return ResultOf([=] { return handle->operations->seek(handle, origin, target); }) == 0;
 }
 
 inline bool Tell(IOHandle* handle, uint32_t* position) {
-  return handle->operations->tell(handle, position) == 0;
+  return ResultOf([=] { return handle->operations->tell(handle, position); }) == 0;
 }
 
 inline bool GetInfo(IOHandle* handle, uint32_t code, void* out) {
-  return handle->operations->getInfo(handle, code, out) == 0;
+  return ResultOf([=] { return handle->operations->getInfo(handle, code, out); }) == 0;
 }
 
 inline bool Has64Bit(IOHandle* handle) {
@@ -69,16 +78,18 @@ inline bool Has64Bit(IOHandle* handle) {
 
 // REQUIRES: Has64Bit.
 inline bool Seek64(IOHandle* handle, uint32_t origin, int64_t offset) {
-  return handle->operations->seek64(handle, origin, offset) == 0;
+  return ResultOf([=] { return handle->operations->seek64(handle, origin, offset); }) == 0;
 }
 
 // REQUIRES: Has64Bit.
 inline bool Tell64(IOHandle* handle, int64_t* position) {
-  return handle->operations->tell64(handle, position) == 0;
+  return ResultOf([=] { return handle->operations->tell64(handle, position); }) == 0;
 }
 
 struct HandleCloser {
-  void operator()(IOHandle* handle) const { (void)handle->operations->close(handle); }
+  void operator()(IOHandle* handle) const {
+    (void)ResultOf([=] { return handle->operations->close(handle); });
+  }
 };
 
 // A handle that the library opened and closes.

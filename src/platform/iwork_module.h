@@ -1,6 +1,6 @@
 // The module that decodes iWork archives. libsnappy and libprotobuf-lite (and through it a second
-// C++ runtime) take longer to load than a file takes to identify, so that they hang on a shared
-// object of their own, which is loaded with the first archive. Nothing but C crosses the boundary.
+// C++ runtime) take longer to load than a file takes to identify. A shared object of its own links
+// them, and the first archive loads it. Nothing but C crosses the boundary.
 #ifndef FI_PLATFORM_IWORK_MODULE_H_
 #define FI_PLATFORM_IWORK_MODULE_H_
 
@@ -43,8 +43,8 @@ __attribute__((visibility("default"))) const IworkModule* FI_IWORK_MODULE_SYMBOL
 
 namespace fi {
 
-// The module; null when it, or a library that it needs, cannot be loaded: the next call tries
-// again. It stays loaded until the process ends. Thread-safe.
+// The module; null when the module or one of its libraries cannot be loaded: the next call tries
+// again. The module stays loaded until the process ends. Thread-safe.
 const IworkModule* LoadIworkModule();
 
 }  // namespace fi

@@ -7,7 +7,7 @@
 
 namespace fi {
 
-// Read from the source: bytes that it gave, and reads of it.
+// Of the source: bytes delivered, and calls to read.
 inline constexpr uint64_t kDefaultBytesRead = uint64_t{64} << 20;
 inline constexpr uint64_t kDefaultReads = 32'768;
 

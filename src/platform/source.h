@@ -11,9 +11,8 @@
 namespace fi {
 
 // Opens the source for an identification, whose record `work`, not null, outlives the handle.
-// Results and errno as those of IOOpen. A read that fails, bytes that are missing and a size that
-// is asked for in vain are noted in the record. REQUIRES: the kind is known, and its fields are as
-// it needs them.
+// Results and errno as those of IOOpen. The record notes failed reads, missing bytes and a size
+// that the source could not tell. REQUIRES: the kind is known, and its fields are as it needs them.
 int32_t OpenRequestSource(IOHandle** handle, const FISource& source, Work* work) noexcept;
 
 }  // namespace fi

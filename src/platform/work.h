@@ -1,6 +1,6 @@
-// What one identification may cost, what it has cost, and what went wrong on the way. Handles of
-// the toolkit refer to such a record, and hand it on to what is opened inside of them. Without one
-// there is no limit but those that keep memory safe.
+// The record of one identification: its limits, its costs so far, and its failures. Handles of the
+// toolkit refer to such a record, and so do the handles opened inside of them. Without a record
+// only the limits for memory safety hold.
 //
 // When a limit is spent, the job is cancelled or its time is over, work stops: reads give no more
 // data, so that every loop that a file controls ends by itself.
@@ -194,11 +194,11 @@ struct Work {
 // or is not the toolkit's.
 Work* WorkOf(const IOHandle* handle) noexcept;
 
-// IOOpen for an identification, whose record outlives the handle and all that is opened inside it.
+// IOOpen for an identification. REQUIRES: `work` outlives the handle and all handles opened inside
+// it.
 int32_t OpenSource(IOHandle** handle, uint32_t sourceType, const void* source, Work* work) noexcept;
 
-// What was allocated for an identification, passed on; a null pointer is noted as memory that has
-// run out.
+// Returns `pointer`, the result of an allocation. If null, the record notes that memory ran out.
 template <class Pointer>
 Pointer Allocated(Work* work, Pointer pointer) {
   if (pointer == nullptr && work != nullptr) work->noMemory = true;
@@ -217,7 +217,7 @@ inline void NoteNoMemory(const IOHandle* handle) {
   if (Work* const work = WorkOf(handle); work != nullptr) work->noMemory = true;
 }
 
-// Memory of one owner that counts for an identification, which may be none.
+// Memory of one owner, counted in the record of an identification; without a record, not counted.
 class HeldMemory {
  public:
   explicit HeldMemory(Work* work) : work_(work) {}

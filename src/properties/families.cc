@@ -5,6 +5,7 @@
 
 #include "properties/archive/arj.h"
 #include "properties/archive/rar.h"
+#include "properties/archive/seven_zip.h"
 #include "properties/archive/zip.h"
 #include "properties/database/sqlite.h"
 #include "properties/drawing/dwg.h"
@@ -18,6 +19,7 @@
 #include "properties/image/tiff.h"
 #include "properties/image/webp.h"
 #include "properties/keys/cms.h"
+#include "properties/keys/der_objects.h"
 #include "properties/keys/openpgp.h"
 #include "properties/keys/pem.h"
 #include "properties/mail/internet_message.h"
@@ -91,6 +93,7 @@ constexpr FamilyRow kFamilies[] = {
     {kFormatExecutable, ReadPeProperties},
     {kFormatJavaClass, ReadJavaClassProperties},
     {kFormatRar, ReadRarProperties},
+    {kFormatSevenZip, ReadSevenZipProperties},
     {kFormatAutoCad2010, ReadDwgProperties},
     {kFormatAutoCad2013, ReadDwgProperties},
     {kFormatElf, ReadElfProperties},
@@ -107,6 +110,8 @@ constexpr FamilyRow kFamilies[] = {
     {kFormatPgpArmoured, ReadOpenPgpProperties},
     {kFormatOpenPgpBinary, ReadOpenPgpProperties},
     {kFormatCmsDer, ReadCmsProperties},
+    {kFormatCertificateDer, ReadCertificateProperties},
+    {kFormatPkcs12, ReadPkcs12Properties},
     {kFormatAutoCad2018, ReadDwgProperties},
 };
 static_assert(std::ranges::is_sorted(kFamilies, {}, &FamilyRow::id));

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "run/hasher.h"
+#include "run/input/standard_input.h"
+#include "run/input/within_memory.h"
 #include "run/passwords.h"
-#include "run/standard_input.h"
-#include "run/within_memory.h"
 
 namespace fi::app {
 namespace {

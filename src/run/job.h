@@ -7,15 +7,10 @@
 #include <string>
 
 #include "run/answer.h"
-#include "run/open_below.h"
+#include "run/input/link_use.h"
+#include "run/input/open_below.h"
 
 namespace fi::app {
-
-enum class LinkUse {
-  kArguments,  // links that were named are followed, links met in directories are not
-  kAll,
-  kNone,
-};
 
 struct Job {
   enum class Kind : uint8_t {

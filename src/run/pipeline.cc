@@ -7,7 +7,7 @@
 #include <chrono>
 #include <utility>
 
-#include "run/within_memory.h"
+#include "run/input/within_memory.h"
 
 namespace fi::app {
 namespace {

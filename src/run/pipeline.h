@@ -64,7 +64,7 @@ class Pipeline {
     size_t count = 0;
     size_t bytes = 0;
     // Sequence number of the block, number of jobs and number of those taken, in 32, 16 and 16
-    // bits: one word, so that a worker that comes late cannot take a job of the block's next use.
+    // bits: a single word, so that a late worker cannot take a job of the block's next use.
     std::atomic<uint64_t> claim{0};
     std::atomic<size_t> done{0};
     bool isBusy = false;  // between its publication and its delivery; for the caller's thread

@@ -8,9 +8,9 @@
 #include <cstdio>
 #include <iterator>
 
-#include "run/escape.h"
 #include "run/signals.h"
-#include "run/utf8.h"
+#include "run/text/escape.h"
+#include "run/text/utf8.h"
 
 namespace fi::app {
 namespace {

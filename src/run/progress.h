@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "run/count_ahead.h"
+#include "run/input/count_ahead.h"
 
 namespace fi::app {
 
@@ -38,8 +38,7 @@ class Progress {
   // What `inputs` points to is borrowed; it is counted when there is a line to show.
   Progress(ProgressUse use, const CountAhead::Inputs& inputs);
 
-  // Counts one file, of `size` bytes where that is not negative, and shows the line when it is
-  // time.
+  // Counts a file of `size` bytes (negative: unknown), and shows the line when the next is due.
   void Count(std::string_view path, int64_t size);
 
   // Shows the line when it is time, and the state when a signal asked for it.

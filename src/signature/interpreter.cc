@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/io.h"
+#include "platform/trace.h"
 #include "signature/opcodes.h"
 #include "signature/probe_lookup.h"
 
@@ -97,6 +98,15 @@ inline const uint8_t* RootNameMatches(SignatureRun& run, const uint8_t* operand)
   return operand + name.size() - 1;
 }
 
+FormatId Asked(const ProbeEntry& probe, SignatureRun& run) {
+  const FormatId id = probe.run({run, probe.code});
+  Tell(run.stream->job->work, {.kind = kFiTraceProbe, .id = id, .number = probe.code});
+  return id;
+}
+
+template <bool kTraced>
+FormatId Run(const uint8_t* program, SignatureRun& run);
+
 }  // namespace
 
 bool MoveTo(IdentificationStream* stream, uint32_t target) {
@@ -109,7 +119,16 @@ bool MoveTo(IdentificationStream* stream, uint32_t target) {
   return io::Seek(stream->handle, kIoFromStart, target);
 }
 
-FormatId RunProgram(const uint8_t* program, SignatureRun& run) {
+FormatId RunProgram(const uint8_t* program, SignatureRun& run) { return Run<false>(program, run); }
+
+FormatId RunTracedProgram(const uint8_t* program, SignatureRun& run) {
+  return Run<true>(program, run);
+}
+
+namespace {
+
+template <bool kTraced>
+FormatId Run(const uint8_t* program, SignatureRun& run) {
   IdentificationStream* stream = run.stream;
   for (;;) {
     if (program[0] != kEscape) {
@@ -152,7 +171,9 @@ FormatId RunProgram(const uint8_t* program, SignatureRun& run) {
         break;
       case kOpProbe: {
         const ProbeEntry* probe = FindProbe(Word(operands));
-        if (probe != nullptr) return probe->run({run, probe->code});
+        if (probe != nullptr) {
+          return kTraced ? Asked(*probe, run) : probe->run({run, probe->code});
+        }
         // Deliberate: a code without a row takes only its first byte along; the second is executed.
         program = operands + 1;
         break;
@@ -187,4 +208,5 @@ FormatId RunProgram(const uint8_t* program, SignatureRun& run) {
   }
 }
 
+}  // namespace
 }  // namespace fi

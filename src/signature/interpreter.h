@@ -17,8 +17,8 @@ namespace fi {
 inline constexpr uint32_t kExtensionSize = 5;
 using Extension = std::array<char, kExtensionSize>;
 
-// What the programs of one identification share. Programs start where the one before them left the
-// stream, so all but those that only hand over to a probe begin by moving it.
+// State that the programs of one identification share. A program starts where the last program left
+// the stream, so every program except a mere call of a probe begins with a move.
 struct SignatureRun {
   IdentificationStream* stream = nullptr;  // borrowed
   Extension extension{};
@@ -32,6 +32,9 @@ struct SignatureRun {
 // The identifier that the program returns, or 0 when the file does not match it. `program` ends in
 // a return, a probe or the end of the table.
 FormatId RunProgram(const uint8_t* program, SignatureRun& run);
+
+// The same, and each probe that is asked is told to the trace of the identification.
+FormatId RunTracedProgram(const uint8_t* program, SignatureRun& run);
 
 // The rule that seek and rewind share: stays inside the buffer where it can and else moves the
 // handle. False when the handle refuses.

@@ -83,7 +83,7 @@ void ReadXmlNamespace(IdentificationStream* stream, NamespaceBuffer& buffer) {
   buffer[0] = kNamespaceNone;
   if (!ReadDeclaration(stream)) return;
   Token token;
-  // The mark and the bytes behind a "?" do not count.
+  // The limit counts from "<?xml" on, without the bytes that are compared behind a "?".
   for (uint32_t count = 5; count < kScanLimit; ++count) {
     const uint32_t byte = IdStreamGetByte(stream);
     if (byte == kEndOfData) return;

@@ -1,6 +1,6 @@
 // Finds the default namespace that an XML document's first element declares. Deliberately shallow:
-// it looks at the first kilobyte, decodes nothing (a UTF-16 document has no namespace here), and
-// knows one attribute, xmlns, and one processing instruction, aid.
+// the reader sees the first kilobyte, decodes nothing (a UTF-16 document has no namespace here),
+// and knows only the attribute xmlns and the processing instruction aid.
 #ifndef FI_SIGNATURE_NAMESPACE_READER_H_
 #define FI_SIGNATURE_NAMESPACE_READER_H_
 

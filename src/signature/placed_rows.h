@@ -1,6 +1,6 @@
-// Which rows of a table that begin at a fixed place behind the start can match a file, by the byte
-// at that place. One pass over the places stands for as many rows as the table has there; it runs
-// when the walk reaches the first of them.
+// Rows that begin at a fixed place behind the start, selected by the byte at that place: which of
+// them can match a file. One pass over the places serves all such rows of the table; it runs when
+// the walk reaches the first of them.
 //
 // The walk with places keeps the answers of the plain walk, but not the positions that its programs
 // find the stream at. REQUIRES: each program of the table begins by moving the stream, or hands
@@ -91,7 +91,7 @@ RowSet<kRows> RowsOfPlaces(const PlacedRows<kRows>& index, IdentificationStream*
 }
 
 // Walks the rows that the first byte and the bytes at their places leave possible.
-template <class Table, size_t kRows>
+template <RowRun kRun = RunProgram, class Table, size_t kRows>
 WalkResult WalkTableWithPlaces(const Table& table, const SignatureIndex<kRows>& index,
                                const PlacedRows<kRows>& placed, SignatureRun& run) {
   const size_t firstByte = std::min<size_t>(ReadFirstByte(run.stream), kNoFirstByte);
@@ -102,7 +102,7 @@ WalkResult WalkTableWithPlaces(const Table& table, const SignatureIndex<kRows>& 
       candidates.Add(RowsOfPlaces(placed, run.stream));
       if (!candidates.Has(row)) continue;
     }
-    const FormatId id = RunProgram(table.bytes.data() + table.starts[row], run);
+    const FormatId id = kRun(table.bytes.data() + table.starts[row], run);
     if (id != kNoMatch) return Match(id, row);
   }
   return {};

@@ -40,8 +40,8 @@ consteval size_t ProgramsOf(const std::string_view (&rows)[kRows]) {
   return count;
 }
 
-// Encodes `rows`, each program closed by the end-of-entry marker and the last followed by that of
-// the table.
+// Encodes `rows`. The end-of-entry marker closes each program, and the end-of-table marker follows
+// the last.
 template <size_t kPrograms, size_t kCapacity, size_t kRows>
 consteval EncodedTable<kPrograms, kCapacity> EncodeTable(const std::string_view (&rows)[kRows]) {
   using Table = EncodedTable<kPrograms, kCapacity>;

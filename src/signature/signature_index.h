@@ -61,7 +61,7 @@ struct SignatureIndex {
   std::array<RowSet<kRows>, 257> candidates{};
   // Rows that rewind and test the first byte.
   RowSet<kRows> gated{};
-  // By row, how many rows stand before and up to the nearest gated row before it.
+  // For each row, the number of the nearest gated row before it plus one; 0 where there is none.
   std::array<uint16_t, kRows> behindGated{};
 };
 

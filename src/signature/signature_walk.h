@@ -6,10 +6,13 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "formatid/formatid.h"
 #include "formatid/platform.h"
+#include "platform/trace.h"
 #include "signature/interpreter.h"
+#include "signature/row_text.h"
 #include "signature/signature_encoder.h"
 #include "signature/signature_index.h"
 
@@ -19,6 +22,9 @@ struct WalkResult {
   FormatId id = kNoMatch;
   uint16_t row = 0;  // number of the deciding row from 1; 0: none
 };
+
+// How a walk runs a row: as RunProgram does.
+using RowRun = FormatId (*)(const uint8_t* program, SignatureRun& run);
 
 inline constexpr size_t kNoFirstByte = 256;
 
@@ -31,11 +37,9 @@ inline uint32_t ReadFirstByte(IdentificationStream* stream) {
 
 // Walks the rows that the first byte leaves possible. The answer, and the position that each
 // program finds the stream at, are those of a walk over every row.
-template <class Table, size_t kRows>
+template <RowRun kRun = RunProgram, class Table, size_t kRows>
 WalkResult WalkTable(const Table& table, const SignatureIndex<kRows>& index, SignatureRun& run) {
-  const auto runRow = [&](size_t row) {
-    return RunProgram(table.bytes.data() + table.starts[row], run);
-  };
+  const auto runRow = [&](size_t row) { return kRun(table.bytes.data() + table.starts[row], run); };
   if (run.isStorage) {
     for (size_t row = 0; row < index.classRows; ++row) {
       if (const FormatId id = runRow(row); id != kNoMatch) return Match(id, row);
@@ -53,6 +57,20 @@ WalkResult WalkTable(const Table& table, const SignatureIndex<kRows>& index, Sig
     }
   }
   return {};
+}
+
+// Tells the trace of the identification which row of the table matched, if any did.
+template <class Table>
+void TellRow(const Table& table, const WalkResult& match, uint32_t number,
+             const SignatureRun& run) {
+  const Work* work = run.stream->job->work;
+  if (match.id == kNoMatch || work == nullptr || work->trace == nullptr) return;
+  const std::string text = RowText(table.bytes.data() + table.starts[match.row - 1]);
+  Tell(work, {.kind = kFiTraceRow,
+              .text = text.c_str(),
+              .id = match.id,
+              .row = match.row,
+              .number = number});
 }
 
 // What an answer of that row rests on: one of the kFiBasis values.

@@ -1,6 +1,6 @@
-// Searches inside the stream's buffer, for scans that would otherwise take their bytes one by one.
-// They see what is buffered only: a scan takes a byte with IdStreamGetByte, which refills, and then
-// passes over the rest of its run.
+// Searches inside the stream's buffer, for scans that otherwise take single bytes. A search sees
+// buffered bytes only: a scan takes a byte with IdStreamGetByte, which refills, and then passes
+// over the rest of its run.
 #ifndef FI_STREAM_BUFFERED_SCAN_H_
 #define FI_STREAM_BUFFERED_SCAN_H_
 

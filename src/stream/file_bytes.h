@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string_view>
 
 #include "platform/io.h"
@@ -50,6 +51,7 @@ class FileBytes {
     return Has(offset, bytes.size()) && View().substr(offset, bytes.size()) == bytes;
   }
 
+  std::span<const uint8_t> Bytes() const { return std::span(bytes_).first(size_); }
   std::string_view View() const { return {reinterpret_cast<const char*>(bytes_.data()), size_}; }
 
  private:

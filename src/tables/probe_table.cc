@@ -102,9 +102,9 @@ FormatId OfStream(const ProbeCall& call) {
   return probe(call.run.stream);
 }
 
-// Codes whose probe is not part of the library, and those whose format is not publicly known. They
-// keep their rows: a code without one changes how a program goes on behind it. They are listed in
-// unanswered_probes.h too.
+// Codes without a probe: the probe is no part of the library, or its format is not publicly known.
+// They keep their rows: a code without a row changes how its program goes on. unanswered_probes.h
+// lists them too.
 FormatId NoProbe(const ProbeCall& /*call*/) { return kNoMatch; }
 
 // What leads here is proof enough: five bytes of Rich Text, the namespace of Domino XML.

@@ -8,8 +8,8 @@
 namespace fi {
 namespace {
 
-// One row a format, in the notation of row_encoder.h, with its number and what it names. The
-// order carries meaning: a row is only reached by what no row before it claimed. New fixed formats
+// One row a format, in the notation of row_encoder.h, with its number and the name of the format.
+// The order carries meaning: a row sees only files that no row before it claimed. New fixed formats
 // do not go in between; hosts keep the identifiers, and the rows behind a new one would change
 // theirs.
 //
@@ -547,6 +547,12 @@ constinit const SignatureIndex<kSignatureRows> kSignatureIndex = kIndex;
 
 WalkResult WalkSignatures(SignatureRun& run) {
   return WalkTable(kSignatureTable, kSignatureIndex, run);
+}
+
+WalkResult WalkSignaturesTraced(SignatureRun& run) {
+  const WalkResult match = WalkTable<RunTracedProgram>(kSignatureTable, kSignatureIndex, run);
+  TellRow(kSignatureTable, match, kFiCatalogue, run);
+  return match;
 }
 
 uint16_t BasisOfRow(uint16_t row) { return BasisOfTableRow(kSignatureTable, row); }

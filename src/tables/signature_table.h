@@ -24,6 +24,7 @@ extern const SignatureIndex<kSignatureRows> kSignatureIndex;
 
 // Walks this table, and tells what an answer of one of its rows rests on (signature_walk.h).
 WalkResult WalkSignatures(SignatureRun& run);
+WalkResult WalkSignaturesTraced(SignatureRun& run);
 uint16_t BasisOfRow(uint16_t row);
 
 }  // namespace fi

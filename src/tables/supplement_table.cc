@@ -369,8 +369,9 @@ constexpr std::string_view kRows[] = {
     "atend(-512) 'koly' -> probe 3041",  // Apple disk image
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
 
-    // Formats whose mark stands, while what the catalogue or a probe asks for behind it is cut off or
-    // damaged. Marks of letters are followed by what no text has, or by nothing.
+    // Files with a whole mark and damaged or missing bytes behind it, so that the catalogue or a
+    // probe refuses them. Behind a mark of letters the row asks for bytes that no text has, or for
+    // the end.
     "rw 'AC1002' {00 | end} -> 1613",  // AutoCAD drawing, version 2.5 (AC1002)
     "rw 'AC1003' {00 | end} -> 1614",  // AutoCAD drawing, version 2.6 (AC1003)
     "rw 'AC1004' {00 | end} -> 1615",  // AutoCAD drawing, release 9 (AC1004)
@@ -450,6 +451,12 @@ constexpr PlacedRows<kPrograms> kPlaces = IndexPlaces(kTable);
 
 WalkResult WalkSupplement(SignatureRun& run) {
   return WalkTableWithPlaces(kTable, kIndex, kPlaces, run);
+}
+
+WalkResult WalkSupplementTraced(SignatureRun& run) {
+  const WalkResult match = WalkTableWithPlaces<RunTracedProgram>(kTable, kIndex, kPlaces, run);
+  TellRow(kTable, match, kFiSupplementTable, run);
+  return match;
 }
 
 uint16_t BasisOfSupplementRow(uint16_t row) { return BasisOfTableRow(kTable, row); }

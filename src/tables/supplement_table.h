@@ -15,6 +15,7 @@ namespace fi {
 
 // Walks this table, and tells what an answer of one of its rows rests on (signature_walk.h).
 WalkResult WalkSupplement(SignatureRun& run);
+WalkResult WalkSupplementTraced(SignatureRun& run);
 uint16_t BasisOfSupplementRow(uint16_t row);
 
 // How many rows the table has, each alternative counted, and the program (opcodes.h) of one.

@@ -1,5 +1,5 @@
-// Codes of probes that never match: why stands beside their rows in probe_table.cc. A row that only
-// hands over to one neither reads nor moves the stream, so that the walk leaves it out.
+// Codes of probes that never match; probe_table.cc has the reasons beside their rows. A row of
+// nothing but such a code neither reads nor moves the stream, so the walk leaves it out.
 #ifndef FI_TABLES_UNANSWERED_PROBES_H_
 #define FI_TABLES_UNANSWERED_PROBES_H_
 

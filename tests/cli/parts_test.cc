@@ -11,13 +11,13 @@
 #include "cli/columns.h"
 #include "cli/limits.h"
 #include "cli/report.h"
-#include "run/base64.h"
-#include "run/escape.h"
+#include "run/text/base64.h"
+#include "run/text/escape.h"
 #include "run/identify.h"
-#include "run/json.h"
+#include "run/text/json.h"
 #include "run/passwords.h"
-#include "run/shell_quote.h"
-#include "run/utf8.h"
+#include "run/text/shell_quote.h"
+#include "run/text/utf8.h"
 #include "tests/support/samples.h"
 
 namespace fi::app {

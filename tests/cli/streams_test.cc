@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "run/output.h"
-#include "run/path_list.h"
+#include "run/input/path_list.h"
 
 namespace fi::app {
 namespace {

@@ -1,6 +1,7 @@
 // Walking folders: the order of names beyond memory, and links that appear at the wrong moment.
 
-#include "run/file_walk.h"
+#include "run/identify.h"
+#include "run/input/file_walk.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -145,7 +146,7 @@ TEST_F(Walk, IsNotLedOutByLinksThatAppear) {
     }
   });
   IdentifySettings settings;
-  settings.flags = kFiUseFlags | kFiTextFallback;
+  settings.flags = kFiTextFallback;
   int named = 0;
   int refused = 0;
   for (int round = 0; round < 100'000 && (named < 300 || refused < 20); ++round) {

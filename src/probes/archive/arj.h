@@ -1,5 +1,5 @@
-// ARJ archives (ARJ TECHNOTE): a main header of a mark, its size and a fixed part, whose type of
-// file says that it is one.
+// ARJ archives (ARJ TECHNOTE): a main header of a mark, a size and a fixed part. The file type in
+// the fixed part marks a main header.
 #ifndef FI_PROBES_ARCHIVE_ARJ_H_
 #define FI_PROBES_ARCHIVE_ARJ_H_
 

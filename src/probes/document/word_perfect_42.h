@@ -1,6 +1,6 @@
 // WordPerfect documents up to version 4.2 ("WordPerfect File Information", version 4.2): text
-// without a header, with functions of one byte from 80 to BF in between, and longer ones from C0
-// on, which end in the byte that they begin with.
+// without a header, between functions. A byte from 80 to BF is a function of its own; a byte from
+// C0 on begins a longer function, which ends with the same byte.
 #ifndef FI_PROBES_DOCUMENT_WORD_PERFECT_42_H_
 #define FI_PROBES_DOCUMENT_WORD_PERFECT_42_H_
 

@@ -58,7 +58,7 @@ bool IsDxfText(std::string_view text) {
     if (!NextPair(lines, &pair)) return false;
     if (pair.code != kCommentCode) break;
     if (!std::all_of(pair.value.begin(), pair.value.end(),
-                     [](char c) { return c < 0 || IsPlain(c); })) {
+                     [](char c) { return static_cast<unsigned char>(c) >= 0x80 || IsPlain(c); })) {
       return false;
     }
   }

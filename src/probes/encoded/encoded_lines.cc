@@ -43,8 +43,8 @@ constexpr Alphabet kUu = [] {
   return alphabet;
 }();
 constexpr Alphabet kXx = MakeAlphabet({{'+', '+'}, {'-', '-'}, {'0', '9'}, {'A', 'Z'}, {'a', 'z'}});
-// Deliberate: the colon that frames the data counts as one of its characters, wherever it stands;
-// without it no data without a banner would be found.
+// Deliberate: the colon, the frame of the data, counts as a character of the data at any place;
+// otherwise data without a banner would not be found.
 constexpr Alphabet kBinHex = MakeAlphabet({{'!', '-'},
                                            {'0', '6'},
                                            {'8', '9'},

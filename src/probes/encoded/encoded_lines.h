@@ -8,11 +8,11 @@
 
 namespace fi {
 
-// Whether `line` is a well-formed uuencode data line: a count of bytes that is a multiple of three,
-// that many bytes in characters, and perhaps one character more. On a line of a full count ("M")
-// that one is a sequence character, which is `sequence` or, where that is 0, anything; on any other
-// line it is a checksum.
-// With a sequence character, the blanks of the line become backquotes, passed or not.
+// Whether `line` is a well-formed uuencode data line: a count of bytes (a multiple of three), the
+// characters of those bytes, and perhaps one character more. On a line of the full count ("M") the
+// additional character is a sequence character and must be `sequence`, or may be anything where
+// `sequence` is 0; on other lines it is a checksum. With a sequence character the blanks of the
+// line become backquotes, whether the line passes or not.
 bool UuLineTest(std::span<char> line, char sequence);
 
 // Whether `line` is a well-formed xxencode data line: as above, but nothing follows the data.

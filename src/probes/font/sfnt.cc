@@ -12,8 +12,8 @@ constexpr uint32_t kCountOffset = 4;
 constexpr uint32_t kDirectoryOffset = 12;
 constexpr uint32_t kRecordSize = 16;
 
-// Deliberate: a directory that does not list these three in this order, which is that of their
-// tags, is not taken for a font's.
+// Deliberate: a directory must list these three tables in this order (the order of their tags) to
+// count as a font.
 constexpr std::string_view kTags[] = {"head", "hhea", "name"};
 
 enum class Record : uint8_t { kWanted, kOther, kMissing };

@@ -1,5 +1,5 @@
-// Fonts packed for the web: WOFF and WOFF2 (W3C), which hold the size of the file behind their
-// mark, and Embedded OpenType, which begins with it.
+// Fonts packed for the web. WOFF and WOFF2 (W3C) have the size of the file behind their mark,
+// Embedded OpenType begins with the size.
 #ifndef FI_PROBES_FONT_WEB_FONTS_H_
 #define FI_PROBES_FONT_WEB_FONTS_H_
 

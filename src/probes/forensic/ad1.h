@@ -9,8 +9,11 @@
 
 namespace fi {
 
-FormatId Ad1Probe(IdentificationStream* stream);           // 6100, 6101
-FormatId Ad1EncryptedProbe(IdentificationStream* stream);  // 6102
+// kFormatAd1First, kFormatAd1Later or kNoMatch.
+FormatId Ad1Probe(IdentificationStream* stream);
+
+// kFormatAd1Encrypted or kNoMatch.
+FormatId Ad1EncryptedProbe(IdentificationStream* stream);
 
 }  // namespace fi
 

@@ -18,9 +18,9 @@ struct SegmentIds {
   FormatId laterEncrypted;
 };
 
-// What the trailer of the second EnCase version says.
-// Deliberate: a file that is too short for a trailer is not refused; the word that follows the
-// header is taken for the one of the trailer then, and a missing word for one without the flag.
+// Whether the trailer of the second EnCase version has the flag of encryption.
+// Deliberate: a file too short for a trailer is not refused. The word behind its header is read
+// instead, and a missing word has no flag.
 bool SaysEncrypted(IdentificationStream* stream) {
   constexpr int64_t kTrailerSize = 60;
   constexpr uint32_t kEncrypted = 0x2;

@@ -9,10 +9,18 @@
 
 namespace fi {
 
-FormatId EnCaseEx01Probe(IdentificationStream* stream);  // 6103, 6110, 6111, 6112
-FormatId EnCaseL01Probe(IdentificationStream* stream);   // 6104, 6105
-FormatId EnCaseLx01Probe(IdentificationStream* stream);  // 6106, 6107, 6113, 6114
-FormatId EnCaseE01Probe(IdentificationStream* stream);   // 6108, 6109
+// kNoMatch, or the first or a later segment: kFormatEnCaseEx01First, kFormatEnCaseEx01Later, and
+// both encrypted, kFormatEnCaseEx01FirstEncrypted and kFormatEnCaseEx01LaterEncrypted.
+FormatId EnCaseEx01Probe(IdentificationStream* stream);
+
+// kFormatEnCaseL01First, kFormatEnCaseL01Later or kNoMatch.
+FormatId EnCaseL01Probe(IdentificationStream* stream);
+
+// As EnCaseEx01Probe, with the formats of the name kFormatEnCaseLx01.
+FormatId EnCaseLx01Probe(IdentificationStream* stream);
+
+// kFormatEnCaseE01First, kFormatEnCaseE01Later or kNoMatch.
+FormatId EnCaseE01Probe(IdentificationStream* stream);
 
 }  // namespace fi
 

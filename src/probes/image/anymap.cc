@@ -18,8 +18,8 @@ class Header {
  public:
   explicit Header(std::string_view bytes) : bytes_(bytes) {}
 
-  // The number behind white space and comments, when it is one from 1 to kMaxValue that white space
-  // or the end of the data follows.
+  // The number behind white space and comments. None unless it lies between 1 and kMaxValue, with
+  // white space or the end of the data behind it.
   std::optional<uint32_t> Number() {
     if (!SkipWhiteSpaceAndComments()) return std::nullopt;
     uint32_t value = 0;

@@ -37,7 +37,7 @@ bool IsBinary(IdentificationStream* stream) {
          version.WordBE(2) <= kNewestVersion;
 }
 
-// The next byte that is not one of the two that clear text allows anywhere in its words.
+// The next byte, without the two bytes that clear text ignores wherever they stand in a word.
 uint32_t NextOfWord(IdentificationStream* stream) {
   uint32_t byte = IdStreamGetByte(stream);
   for (uint32_t i = 0; i < kMaxSeparators && (byte == '_' || byte == '$'); ++i) {

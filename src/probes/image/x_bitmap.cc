@@ -63,8 +63,8 @@ class Tokens {
       while (IsSeparator(byte_)) Advance();
       return true;
     }
-    // Deliberate: behind a token of the full length one separator is passed over, and a second one
-    // makes the next token an empty one.
+    // Deliberate: behind a token of the full length only one separator is passed over; with a
+    // second separator the next token is empty.
     if (!IsSeparator(byte_)) return byte_ == kEndOfData;
     Advance();
     return true;

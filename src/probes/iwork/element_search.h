@@ -10,10 +10,10 @@
 
 namespace fi {
 
-// Whether exactly one start tag of what a reader of XML would read of `document` has one of the
-// local names, in whatever namespace. True is certain, for a document whose root has such a name;
-// false may only mean that bytes elsewhere look like such a tag, or that the document cannot be
-// searched. The handle keeps its position.
+// Whether an XML reader would find exactly one start tag with one of the local names in `document`,
+// in any namespace. True is certain where the root has such a name. False may be wrong: bytes
+// elsewhere can look like such a tag, and some documents cannot be searched. The handle keeps its
+// position.
 // REQUIRES: the names have 2 to 32 bytes.
 bool HasOneElementOf(std::span<const std::string_view> names, IOHandle* document);
 

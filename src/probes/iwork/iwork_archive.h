@@ -9,10 +9,11 @@
 
 namespace fi {
 
-// Goes on with 1802 when the package has no document archive. Otherwise the chain ends with what
-// the first known message of the archive says, with 1834 where it cannot be decoded, with kNoMatch
-// where no known message is in it. An encrypted package whose decryption cannot be set up ends it
-// with 1834 and the status of the set-up.
+// Goes on with kFormatZip when the package has no document archive. Otherwise the chain ends: the
+// first known message of the archive names the format, an archive that cannot be decoded is
+// kFormatEncryptedIWork, an archive without a known message is kNoMatch. If the decryption of an
+// encrypted package cannot be set up, the answer is kFormatEncryptedIWork with the status of the
+// set-up.
 PackageAnswer IworkArchiveProbe(IOHandle* package, const IdentificationJob& job);
 
 }  // namespace fi

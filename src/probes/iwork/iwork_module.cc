@@ -140,7 +140,7 @@ class InfoReader {
     return true;
   }
 
-  // With what is inside, where it is a group, of which `mostGroups` may be in one another.
+  // Passes over a field; a group with its content. Groups nest at most `mostGroups` deep.
   bool PassField(uint32_t tag, size_t mostGroups) {
     std::array<uint32_t, kMaxGroups> groups;
     size_t depth = 0;

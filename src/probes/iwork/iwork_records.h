@@ -22,8 +22,8 @@ struct IworkApplication {
   FormatId encryptedId;
 };
 
-// Bytes of one index, which is the largest piece that has to be in memory at once: applications
-// write some hundred, and eight more for each object that a message refers to.
+// Bytes of one index, the largest piece in memory at once. Applications write some hundred bytes,
+// and eight more for each object reference of a message.
 inline constexpr size_t kMaxIworkIndex = size_t{1} << 20;
 
 // Bytes of all indexes together, which bounds the time: a message of nothing takes two bytes.

@@ -8,8 +8,8 @@
 
 namespace fi {
 
-// kFormatCmsDer, kFormatCertificateDer, kFormatPkcs12 or kNoMatch. A length that is given must be
-// that of the file, but for a line end behind it.
+// kFormatCmsDer, kFormatCertificateDer, kFormatPkcs12 or kNoMatch. A definite length must match the
+// size of the file; only a line end may follow.
 FormatId DerObjectProbe(IdentificationStream* stream);
 
 }  // namespace fi

@@ -1,5 +1,5 @@
 // Internet mail (RFC 5322, MIME), news articles, mailboxes, S/MIME and saved web pages: texts that
-// begin with header lines. Known by how many of their headers are those of a message.
+// begin with header lines. The number of known message headers decides.
 #ifndef FI_PROBES_MAIL_MAIL_H_
 #define FI_PROBES_MAIL_MAIL_H_
 

@@ -64,7 +64,7 @@ void ReadContentType(std::string_view line, MailScore& score) {
   }
 }
 
-// Other headers: whether one counts, and what it does besides.
+// Other headers: whether a line counts, and its further effects.
 
 bool IsVersionOne(std::string_view line) { return ContainsText(line, "1.0"); }
 
@@ -97,7 +97,8 @@ struct HeaderRule {
   FormatId answer = kNoMatch;
 };
 
-// In order: the first rule whose keyword begins the line, and whose header is still open, has it.
+// In order: a line belongs to the first rule with a keyword at its beginning and a header still
+// open.
 constexpr HeaderRule kRules[] = {
     {"mime-version:", kMimeVersion, 2, 0, IsVersionOne},
     {"x-qtlf-version:", kNoHeader, 0, 0, nullptr, nullptr, kFormatShortMessageExport},

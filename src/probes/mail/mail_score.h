@@ -1,4 +1,4 @@
-// What a scan of header lines has found of a message, or of one part of it.
+// The findings of a scan of header lines, in a message or in one of its parts.
 #ifndef FI_PROBES_MAIL_MAIL_SCORE_H_
 #define FI_PROBES_MAIL_MAIL_SCORE_H_
 

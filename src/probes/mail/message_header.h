@@ -9,8 +9,9 @@
 
 namespace fi {
 
-// 1192 for a header block with MIME fields, 1132 for one without, or kNoMatch. `extension` is in
-// upper case: of a file that is called a message, one field is enough.
+// kFormatMimeMailMessage for a header block with MIME fields, kFormatRfc822Message for a block
+// without, or kNoMatch. `extension` is in upper case: of a file that is called a message, one field
+// is enough.
 FormatId MessageHeaderProbe(std::string_view text, const char* extension);
 
 }  // namespace fi

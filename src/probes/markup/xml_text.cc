@@ -32,8 +32,8 @@ constexpr std::string_view kHtml[] = {
 // What languages for templates and pages that run on servers put between elements.
 constexpr std::string_view kTemplateMarks[] = {"{{", "{%", "<?php"};
 
-// Tags that do not stand in the elements of other vocabularies, but in those that pages define
-// themselves, whose names have a hyphen.
+// Tags of HTML inside the custom elements of pages, whose names have a hyphen. Elements of other
+// vocabularies do not hold them.
 constexpr std::string_view kPageTags[] = {"<div",   "<span", "<button",
                                           "<input", "<img",  "<template"};
 
@@ -41,8 +41,8 @@ constexpr std::string_view kPageTags[] = {"<div",   "<span", "<button",
 constexpr uint32_t kMinElements = 3;
 constexpr uint32_t kMinDepth = 2;
 
-// Blanks behind a window that cuts a document: more than the reader asks for at once, so that it
-// meets a fault in the window before it meets the end of the data.
+// Blanks behind a window that cuts a document. They outnumber a piece of the reader, so the reader
+// meets a fault in the window before the end of the data.
 constexpr size_t kMargin = 8192;
 
 // A handle on text, which can only be read through.

@@ -1,5 +1,5 @@
-// XML documents that nothing announces: neither a declaration nor a namespace. A text in angle
-// brackets is one when it is well-formed as far as it is read and its root is no element of HTML.
+// XML documents without a declaration and without a namespace. A text in angle brackets counts when
+// the part read is well-formed and the root is no element of HTML.
 #ifndef FI_PROBES_MARKUP_XML_TEXT_H_
 #define FI_PROBES_MARKUP_XML_TEXT_H_
 

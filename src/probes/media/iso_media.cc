@@ -41,8 +41,8 @@ FormatId IdOfCompatibleBrands(IdentificationStream* stream, uint32_t size, uint3
   bool more = true;
   for (uint32_t walked = 0; more && walked < size - kFixedSize && walked < kMaxBrandBytes;
        walked += 4) {
-    // Deliberate: when the data end here, the brand before is looked at again, as a compatible one
-    // even if it was the major one.
+    // Deliberate: when the data end here, the brand before is tested again, as a compatible brand
+    // even if it was the major brand.
     more = IdStreamGetDwordBE(stream, &brand) == 0;
     if (brand == FourCharacters("heic")) return kFormatHeif;
     if (const FormatId id = IdOfBrand(brand); id != kNoMatch) return id;

@@ -12,8 +12,8 @@ namespace fi {
 // to the signature of these.
 FormatId MpegAudioProbe(IdentificationStream* stream);
 
-// For audio behind an ID3v2 tag that is too short or too damaged for the probe above, and for the
-// other streams that carry one: kFormatMpegAudioId3v2, kFormatAac, kFormatFlac or kNoMatch.
+// For audio behind an ID3v2 tag too short or too damaged for the probe above, and for other streams
+// behind such a tag: kFormatMpegAudioId3v2, kFormatAac, kFormatFlac or kNoMatch.
 FormatId TaggedAudioProbe(IdentificationStream* stream);
 
 }  // namespace fi

@@ -1,5 +1,5 @@
-// RIFF files (Resource Interchange File Format): "RIFF", the size of what follows, and the type of
-// the form, which says what the file holds.
+// RIFF files (Resource Interchange File Format): "RIFF", the size of the rest, and the type of the
+// form, which names the content.
 #ifndef FI_PROBES_MEDIA_RIFF_H_
 #define FI_PROBES_MEDIA_RIFF_H_
 

@@ -31,8 +31,8 @@ bool RecordEnds(std::string_view behind) {
 FormatId IgesProbe(std::string_view text) {
   if (text.size() <= kRecord || text[kSection] != 'S') return kNoMatch;
   const std::string_view record = text.substr(0, kRecord);
-  const bool printable =
-      std::none_of(record.begin(), record.end(), [](char c) { return c >= 0 && c < ' '; });
+  const bool printable = std::none_of(record.begin(), record.end(),
+                                      [](char c) { return static_cast<unsigned char>(c) < ' '; });
   if (!printable || !IsFirstRecord(record.substr(kSection + 1))) return kNoMatch;
   return RecordEnds(text.substr(kRecord)) ? kFormatIges : kNoMatch;
 }

@@ -15,8 +15,8 @@ enum : uint32_t { kTagDefault = 101, kTagOverride = 102, kTagTypes = 103 };
 // Registers them in both namespaces that they have had. False when that fails.
 bool AddContentTypesTags(UTXMLReader* reader);
 
-// The format of a terminated content type, in the generation of 2007 where versions are told apart;
-// 1802 when it names none.
+// The format of a terminated content type, as the version of 2007 where versions have their own
+// formats; kFormatZip for an unknown type.
 FormatId FormatOfContentType(const char16_t* contentType);
 
 // The same, ASCII letters compared without regard to case.

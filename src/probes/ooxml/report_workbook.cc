@@ -1,5 +1,5 @@
-// A report has a sheet for each kind of data, named after it in English, and on it a table whose
-// first column, the running number, is headed "#".
+// A report has a sheet for each kind of data, named after it in English, with a table. The first
+// column of the table is the running number, with the heading "#".
 
 #include "probes/ooxml/report_workbook.h"
 

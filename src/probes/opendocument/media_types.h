@@ -1,5 +1,6 @@
-// What the media type of a package says: the text of its member "mimetype", which many formats
-// since OpenDocument put first and store as it is, so that it stands at a fixed place of the file.
+// The format by the media type of a package. The media type is the text of the member "mimetype".
+// Many formats since OpenDocument store this member first and uncompressed, so the text stands at a
+// fixed place of the file.
 #ifndef FI_PROBES_OPENDOCUMENT_MEDIA_TYPES_H_
 #define FI_PROBES_OPENDOCUMENT_MEDIA_TYPES_H_
 
@@ -14,8 +15,9 @@ namespace fi {
 // A longer media type is none that is known.
 inline constexpr uint32_t kMaxMediaType = 127;
 
-// The format of a media type; kNoMatch when it is not known. `version12`: the text beside it says
-// that it is OpenDocument 1.2. `package`, where it is not null, tells an OpenDocument generator.
+// The format of a media type; kNoMatch for an unknown type. `version12`: the text beside the type
+// states OpenDocument 1.2. `package` is null, or the package to read the OpenDocument generator
+// from.
 FormatId FormatOfMediaType(IOHandle* package, std::string_view mediaType, bool version12);
 
 // The format by the member "mimetype", blanks behind the text aside; kNoMatch when there is none.

@@ -12,9 +12,9 @@ namespace fi {
 // say, or with no answer.
 PackageAnswer OpenDocumentProbe(IOHandle* package);
 
-// What the probe would make of a document with that media type, which is terminated, and with the
-// generator that `package`, where it is not null, names. 1802 when the type is of no kind that has
-// identifiers. `version12`: it is OpenDocument 1.2.
+// The format that the probe derives from a terminated media type and a generator; kFormatZip for a
+// kind of document without identifiers. `package` is null, or the package to read the generator
+// from. `version12`: the document is OpenDocument 1.2.
 FormatId OpenDocumentOfType(IOHandle* package, const char16_t* mediaType, bool version12);
 
 }  // namespace fi

@@ -1,5 +1,5 @@
-// OpenDocument packages whose manifest does not tell what they are to those who look for text,
-// spreadsheet, presentation and drawing in its first entry.
+// OpenDocument packages without one of the words text, spreadsheet, presentation and drawing in the
+// first entry of the manifest.
 #ifndef FI_PROBES_OPENDOCUMENT_OPENDOCUMENT_REPAIR_H_
 #define FI_PROBES_OPENDOCUMENT_OPENDOCUMENT_REPAIR_H_
 

@@ -18,7 +18,7 @@ namespace {
 
 using PackageStep = PackageAnswer (*)(IOHandle* package);
 
-// The order is that of the answers: a probe that ends the chain hides those behind it.
+// The order decides between probes: the first probe to end the chain hides all later ones.
 constexpr PackageStep kBeforeArchive[] = {
     OfficeOpenXmlProbe,  OpenDocumentProbe,    MailArchiveProbe,
     DrawingPackageProbe, IworkXmlPackageProbe,

@@ -14,8 +14,9 @@ struct PackageFormat {
   uint32_t status = 0;  // of a decryption that failed
 };
 
-// The format of the package; 1802 when it holds none that is known or cannot be opened as one,
-// kNoMatch for an iWork archive without a known document. The position of the stream stays.
+// The format of the package; kFormatZip for unknown content and for a file that cannot be opened as
+// a package, kNoMatch for an iWork archive without a known document. The position of the stream
+// stays.
 PackageFormat PackageProbe(IdentificationStream* stream);
 
 // The same for an opened package view.

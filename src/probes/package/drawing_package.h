@@ -8,8 +8,9 @@
 
 namespace fi {
 
-// Goes on when the package has none of the drawing members. Otherwise the chain ends once the bytes
-// that tell could be read, whether or not they are known. The answer is 2271, 2274 or none.
+// Goes on when the package has none of the drawing members. Otherwise the chain ends once the
+// deciding bytes could be read, known or not. The answer is kFormatCorelDrawPackage,
+// kFormatCorelDrawCdthPackage or none.
 PackageAnswer DrawingPackageProbe(IOHandle* package);
 
 }  // namespace fi

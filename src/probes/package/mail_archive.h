@@ -9,7 +9,7 @@
 namespace fi {
 
 // kGoOn unless the package holds its categories and one of its folders: then the chain ends with
-// 1381.
+// kFormatOutlookForMacArchive.
 PackageAnswer MailArchiveProbe(IOHandle* package);
 
 }  // namespace fi

@@ -111,8 +111,7 @@ constexpr MemberRule kCutDocuments[] = {
 // Bytes of a member in which its text is looked for.
 constexpr uint32_t kTextBytes = 2048;
 
-// Which members are looked at: all, those that lie in no folder, the first of the package if it
-// lies in none.
+// Which members count: all, the members outside of folders, or the first member if it is outside.
 enum class Place : uint8_t { kAnywhere, kInRoot, kFirst };
 
 struct NameRule {
@@ -144,12 +143,12 @@ constexpr NameRule kNameRules[] = {
     {kFormatPythonWheel, Place::kAnywhere, "", "", ".dist-info/WHEEL", ".dist-info/METADATA"},
 };
 
-// Names that are looked at. What tells a package stands among the first, or the last, as WHEEL
-// does: packages of more members are left at that.
+// Names examined at most. The deciding members stand among the first or, as WHEEL, the last; the
+// rest of a larger package is not examined.
 constexpr uint32_t kMostNames = 4096;
 
-// Look-ups of siblings: what has one has it next to its first such member, and each look-up walks
-// the directory.
+// Look-ups of siblings, each a walk of the directory. A package with a sibling has it beside the
+// first member of the kind.
 constexpr uint32_t kMostSiblings = 16;
 
 bool HasText(IOHandle* member, std::string_view text) {

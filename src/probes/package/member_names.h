@@ -13,8 +13,8 @@ FormatId FormatOfMembers(IOHandle* package);
 // By members of which a part of the name is fixed.
 FormatId FormatOfNames(IOHandle* package);
 
-// Office Open XML and XPS packages whose relationships and content types are lost, by a part that
-// only they have: the kind of document, of which it is not known whether it is a template.
+// Office Open XML and XPS packages without their relationships and content types. A part that no
+// other kind of document has tells the kind, but not whether the document is a template.
 FormatId FormatOfCutDocument(IOHandle* package);
 
 // Java archives, which lack what would make them another format: the last that is asked.

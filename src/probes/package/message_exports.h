@@ -8,12 +8,12 @@
 
 namespace fi {
 
-// kGoOn unless the package holds a ptf member and a manifest with a transcript: then the
-// chain ends with 6205.
+// kGoOn unless the package holds a ptf member and a manifest with a transcript: then the chain ends
+// with kFormatMessageExportTranscript.
 PackageAnswer MessageExportManifestProbe(IOHandle* package);
 
 // kGoOn unless the package holds the manifest of exported short messages: then the chain ends with
-// 1833.
+// kFormatShortMessageExportPackage.
 PackageAnswer ShortMessageManifestProbe(IOHandle* package);
 
 }  // namespace fi

@@ -7,9 +7,9 @@
 
 namespace fi {
 
-// The format of a ZIP file of which the package dispatcher says no more than 1802; kNoMatch when it
-// plainly is nothing else. A file whose central directory is lost is read by the headers of its
-// members, and may then become whatever the dispatcher knows. Moves the position of the handle.
+// The format of a ZIP file that the package dispatcher answers with kFormatZip; kNoMatch for a
+// plain archive. A file whose central directory is lost is read by the headers of its members, and
+// may then become whatever the dispatcher knows. Moves the position of the handle.
 FormatId PackageSupplement(const IdentificationStream* stream);
 
 }  // namespace fi

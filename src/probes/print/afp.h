@@ -1,5 +1,5 @@
-// Documents of the Advanced Function Presentation (MO:DCA Reference): structured fields, each
-// behind a byte 5A, of a length, three bytes that say what it is, and flags.
+// Documents of the Advanced Function Presentation (MO:DCA Reference): structured fields, each of a
+// byte 5A, a length, a type of three bytes, and flags.
 #ifndef FI_PROBES_PRINT_AFP_H_
 #define FI_PROBES_PRINT_AFP_H_
 

@@ -32,7 +32,7 @@ constexpr std::string_view kCommands[] = {
     "TL", "TR", "UC", "UF", "UL", "VA", "VN", "VS", "WD", "WG", "WU", "XT", "YT"};
 static_assert(std::is_sorted(std::begin(kCommands), std::end(kCommands)));
 
-// Those that open a plot, to set it up.
+// Commands that open a plot of HP-GL.
 constexpr std::string_view kOpening[] = {"DF", "IN", "IP", "PS", "PU", "SC", "SP"};
 
 class Plot {

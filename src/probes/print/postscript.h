@@ -1,5 +1,5 @@
-// PostScript programs and Type 1 fonts (PostScript Language Reference) that do not claim to follow
-// Adobe's structuring conventions, and those that a control-D of a spooler precedes.
+// PostScript programs and Type 1 fonts (PostScript Language Reference) without the claim to follow
+// Adobe's structuring conventions, or behind the control-D of a spooler.
 #ifndef FI_PROBES_PRINT_POSTSCRIPT_H_
 #define FI_PROBES_PRINT_POSTSCRIPT_H_
 

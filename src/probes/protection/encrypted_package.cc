@@ -70,8 +70,8 @@ FormatId RightsManagedFormat(FormatId id) {
   }
 }
 
-// In the standard scheme a workbook may stem from any version, so that it is looked into. Without a
-// password, or with a wrong one, it stays what the extension says.
+// A workbook in the standard scheme may be of any version, so the content is examined. Without the
+// right password the extension decides.
 uint32_t ClassifyStandardWorkbook(const IdentificationStream* document, FormatId* outId,
                                   O12InitFunction decrypt) {
   const uint32_t status = DecryptAndReidentify(document, outId, decrypt);

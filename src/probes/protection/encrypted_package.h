@@ -11,9 +11,10 @@
 
 namespace fi {
 
-// Stores in `*outId` which application's package it is, by the file name's extension (upper-cased,
-// NUL-terminated) as far as that tells, else by a look inside with the host's password. The result
-// is the status of that decryption, 0 when none was tried. `decrypt` as in DecryptAndReidentify.
+// Stores the format of the encrypted package in `*outId`. The file name's extension (in upper case,
+// terminated) decides if it names an application, else the content, decrypted with the host's
+// password. Returns the status of the decryption, 0 without an attempt. `decrypt` as in
+// DecryptAndReidentify.
 uint32_t ClassifyEncryptedPackage(IdentificationStream* stream, const char* extension,
                                   FormatId* outId, O12InitFunction decrypt = O12InitDecryption);
 

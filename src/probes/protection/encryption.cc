@@ -82,7 +82,7 @@ uint32_t DecryptAndReidentify(const IdentificationStream* document, FormatId* ou
   IOHandle* handles[3] = {};
   const int16_t status = decrypt(document->handle, nullptr, nullptr, &options, &source, &handles[0],
                                  &handles[1], &handles[2]);
-  // In this order, so that the package is closed before what it reads through.
+  // In this order: the package must be closed before the handle that it reads through.
   const io::OwnedHandle first(handles[0]);
   const io::OwnedHandle second(handles[1]);
   const io::OwnedHandle package(handles[2]);

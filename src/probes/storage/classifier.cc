@@ -84,10 +84,10 @@ struct StreamRow {
   FormatId (*refine)(IdentificationStream* child);  // null: the name is enough
 };
 
-// In order of priority, since documents hold several of these: an encrypted package wins over the
-// document stream that stands beside it as a notice, a presentation over the Word document that was
-// saved with it, and the old name of the workbook over the new one. Both spellings of a name are
-// listed for hosts that compare names by case.
+// In order of priority, since documents hold several of these. An encrypted package wins over the
+// document stream with the notice for old readers, a presentation over the Word document saved with
+// it, and the old name of the workbook over the new name. Both spellings of a name are listed for
+// hosts that compare names by case.
 constexpr StreamRow kStreams[] = {
     {"PP40", kIoSourceStorageStream, kFormatPowerPoint4Stream, nullptr},
     {"EncryptedPackage", kIoSourceStorageStream, kFormatEncryptedOfficeXml, nullptr},

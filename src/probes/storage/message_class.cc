@@ -16,7 +16,7 @@ struct ClassRow {
   FormatId itemTemplate;
 };
 
-// First match wins: the signed class stands before the one that it begins with.
+// First match wins, so a longer class stands before its prefix.
 constexpr ClassRow kClasses[] = {
     {"IPM.CONTACT", kFormatOutlookContact, kFormatOutlookContactTemplate},
     {"IPM.APPOINTMENT", kFormatOutlookAppointment, kFormatOutlookAppointmentTemplate},

@@ -7,12 +7,13 @@
 
 namespace fi {
 
-// The item's identifier in the family of `baseId`: 1143 (messages) or any other (templates). An
-// item whose class is unknown or not stored gets the family's default. The stream is not moved.
+// The item's identifier in the family of `baseId`: kFormatOutlookMessage (messages) or any other
+// (templates). An item whose class is unknown or not stored gets the family's default. The stream
+// is not moved.
 FormatId MapMessageClass(IdentificationStream* stream, FormatId baseId);
 
-// The same for an item whose class is stored as UTF-16 alone, which MapMessageClass answers with
-// the default: kNoMatch where it is stored in 8 bits, or is not known.
+// The same for an item with its class in UTF-16 alone, for which MapMessageClass gives the default.
+// kNoMatch for a class in 8 bits, and for an unknown class.
 FormatId MapWideMessageClass(IdentificationStream* stream, FormatId baseId);
 
 }  // namespace fi

@@ -9,7 +9,8 @@
 
 namespace fi {
 
-// One of 3260 to 3274, or kNoMatch. The stream is not moved.
+// A format from kFormatWindowsInstallerPackage to kFormatInventor, or kNoMatch. The stream is not
+// moved.
 FormatId ProbeUnknownStorage(IdentificationStream* stream, const ClassId& classId);
 
 }  // namespace fi

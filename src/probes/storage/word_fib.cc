@@ -68,8 +68,8 @@ std::optional<FormatId> ByProductVersion(IOHandle* document) {
   return kFormatWord97;
 }
 
-// By the version in the application's name. kNoMatch for a name that leaves the answer to the
-// file-information block, nullopt for one that changes nothing.
+// By the version in the application's name. kNoMatch leaves the answer to the file-information
+// block; nullopt changes nothing.
 std::optional<FormatId> ByApplicationName(const VersionText& text) {
   const std::string_view version(text.data(), kVersionLength);
   if (version == "6.0") return kFormatWord6Or95;

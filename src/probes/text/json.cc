@@ -10,7 +10,7 @@ namespace {
 
 constexpr uint32_t kMaxDepth = 64;  // bits of the stack below
 
-// How a part of the text was read: it is there, it breaks the grammar, or the text ends inside it.
+// How the reading of a part ended: whole, at a break of the grammar, or at the end of the text.
 enum class Read : uint8_t { kWhole, kFault, kEnd };
 
 bool IsJsonSpace(char c) { return IsSpaceOrTab(c) || IsLineEnd(c); }
@@ -20,7 +20,7 @@ class Scan {
  public:
   explicit Scan(std::string_view text) : rest_(text) {}
 
-  // Reads one value and what is inside it.
+  // Reads a value with everything inside.
   Read Value() {
     Read read = Open();
     while (read == Read::kWhole && depth_ > 0) read = Step();
@@ -123,7 +123,7 @@ class Scan {
   Read String() {
     size_t at = 1;
     for (; at < rest_.size() && rest_[at] != '"'; ++at) {
-      if (rest_[at] >= 0 && rest_[at] < ' ') return Read::kFault;
+      if (static_cast<unsigned char>(rest_[at]) < ' ') return Read::kFault;
       if (rest_[at] != '\\') continue;
       ++at;
       if (at == rest_.size()) return Read::kEnd;

@@ -138,8 +138,8 @@ bool IsEbcdic(const Histogram& histogram, size_t size) {
          (histogram[' '] + histogram['\n']) * kBlanksPerAscii <= blanks && usual * 2 >= size;
 }
 
-// Bytes of a code page, one or two to a character. What rules binary data out is that it has
-// controls (one byte in ten when it is compressed) or no blanks (pixels, plotter data).
+// Bytes of a code page, one or two to a character. Controls rule binary data out (compressed data
+// has one in ten bytes), and so does a lack of blanks (pixels, plotter data).
 bool IsCodePage(const Histogram& histogram, const ByteCounts& counts, size_t size) {
   constexpr uint32_t kBytesPerBlank = 128;
   constexpr uint32_t kBytesPerStrayControl = 512;

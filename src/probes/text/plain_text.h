@@ -18,7 +18,7 @@ inline constexpr FormatId kTextCodePage = 4022;  // 8-bit, none of the above
 inline constexpr FormatId kTextEbcdic = 1184;
 
 // One of the identifiers above, or kFormatUnknown for binary data and an empty file. Reads through
-// the handle, whose position and that of the stream it leaves anywhere.
+// the handle; leaves the positions of handle and stream anywhere.
 FormatId ClassifyPlainText(IdentificationStream* stream);
 
 // Whether the first bytes of a file already rule every kind of text out, UTF-16 included.

@@ -1,5 +1,5 @@
-// Scripts whose first line names the program that runs them, as execve(2) reads it: "#!", blanks,
-// and an absolute path.
+// Scripts with the name of their interpreter in the first line, as execve(2) reads it: "#!",
+// blanks, and an absolute path.
 #ifndef FI_PROBES_TEXT_SCRIPT_H_
 #define FI_PROBES_TEXT_SCRIPT_H_
 

@@ -1,5 +1,5 @@
-// Settings by section (INI): a name in brackets, then a line with an equals sign. Too little
-// without the extension of the file, in capitals.
+// Settings by section (INI): a name in brackets, then a line with an equals sign. The text alone is
+// too little: the extension of the file, in capitals, must agree.
 #ifndef FI_PROBES_TEXT_SETTINGS_H_
 #define FI_PROBES_TEXT_SETTINGS_H_
 

@@ -20,8 +20,8 @@ FormatId HeaderChecksumProbe(IdentificationStream* stream) {
   const int32_t check = IdStreamGetWordLE(stream);
   if (end < 0 || start < 0 || check < 0 || end > kLastEnd) return kNoMatch;
 
-  // Deliberate: the range is one of 16-bit offsets, so that its length wraps when it ends before it
-  // starts.
+  // Deliberate: start and end are 16-bit offsets, so the length wraps when the end lies before the
+  // start.
   const auto bytes = static_cast<uint16_t>(end - start);
   // A range of an odd length is never left at its end, but at the end of the file.
   if (bytes == 0 || bytes % 2 != 0) return kNoMatch;

@@ -60,6 +60,11 @@ void ReadEncryption(const Directory& directory, int64_t offset, PropertySet& out
       out.Set(Property::kEncryption, "password", kPlace, place);
       return out.Set(Property::kEncryptionScheme, scheme.view(), kPlace, place);
     }
+    // iWork of 2009 encrypts members in a way of its own, and keeps the password's verifier here.
+    if (extra >= 8 && directory.Holds(at + kFixed + name, "mc"sv) &&
+        directory.Holds(at + kFixed + name + 4, "iwpv"sv)) {
+      return out.Set(Property::kEncryption, "password", kPlace, offset + static_cast<int64_t>(at));
+    }
     at += kFixed + name + extra + directory.WordLE(at + 32);
   }
   if (at > 0) out.Set(Property::kEncryption, "none", kPlace, offset);

@@ -7,7 +7,7 @@
 namespace fi {
 namespace {
 
-// The header that follows the 14 bytes of the file header tells by its size what wrote it.
+// The size of the header behind the 14 bytes of the file header tells the version.
 constexpr struct {
   uint32_t size;
   std::string_view version;

@@ -1,9 +1,10 @@
 #include "properties/office/binary_office.h"
 
-#include <array>
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
+#include "platform/office_password.h"
 #include "stream/child_stream.h"
 #include "stream/file_bytes.h"
 
@@ -20,9 +21,10 @@ std::string_view SchemeOfHeader(uint32_t major) {
   return major >= 2 && major <= 4 ? "RC4 CryptoAPI" : std::string_view();
 }
 
-void SetEncrypted(std::string_view scheme, std::string_view place, int64_t offset,
-                  PropertySet& out) {
-  out.Set(Property::kEncryption, "password", place, offset);
+void SetEncrypted(std::string_view scheme, std::string_view place, int64_t offset, PropertySet& out,
+                  OfficeOpening opening = OfficeOpening::kWithPassword) {
+  const bool isOpen = opening == OfficeOpening::kWithoutPassword;
+  out.Set(Property::kEncryption, isOpen ? "restricted" : "password", place, offset);
   out.Set(Property::kEncryptionScheme, scheme, place, offset);
 }
 
@@ -41,17 +43,19 @@ bool ReadWord(IOHandle* document, PropertySet& out) {
     return true;
   }
   std::string_view scheme;
+  OfficeOpening opening = OfficeOpening::kUnknown;
   if ((flags & kObfuscated) != 0) {
     scheme = "XOR";
   } else {
     const char* name = (flags & kSecondTable) != 0 ? "1Table" : "0Table";
     const ChildStream table(document, name);
     if (table) {
-      const FileBytes<4> header(table.get(), 0);
+      const FileBytes<512> header(table.get(), 0);
       scheme = SchemeOfHeader(header.WordLE(0));
+      opening = HowHeaderOpens(header.Bytes());
     }
   }
-  SetEncrypted(scheme, "WordDocument", kFlags, out);
+  SetEncrypted(scheme, "WordDocument", kFlags, out, opening);
   return true;
 }
 
@@ -60,6 +64,7 @@ bool ReadExcel(IOHandle* document, PropertySet& out) {
   constexpr uint32_t kFilePass = 0x002F;
   constexpr uint32_t kWriteProtect = 0x0086;
   constexpr uint32_t kBoundSheet = 0x0085;
+  constexpr size_t kMostFilePass = 512;
   for (const char* name : {"Workbook", "Book"}) {
     const ChildStream book(document, name);
     if (!book) continue;
@@ -74,7 +79,10 @@ bool ReadExcel(IOHandle* document, PropertySet& out) {
       if (type == kFilePass) {
         // Before Excel 97 the record holds an XOR key alone.
         const bool isRc4 = record.WordLE(2) > 4 && record.WordLE(4) == 1;
-        SetEncrypted(isRc4 ? SchemeOfHeader(record.WordLE(6)) : "XOR", name, offset, out);
+        const FileBytes<kMostFilePass> contents(book.get(), offset + 4);
+        const size_t size = std::min<size_t>(contents.size(), record.WordLE(2));
+        SetEncrypted(isRc4 ? SchemeOfHeader(record.WordLE(6)) : "XOR", name, offset, out,
+                     HowWorkbookOpens(contents.Bytes().first(size)));
         return true;
       }
       offset += 4 + int64_t{record.WordLE(2)};

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/office_password.h"
 #include "probes/protection/rights_management.h"
 #include "properties/record/short_text.h"
 #include "stream/child_stream.h"
@@ -70,7 +71,8 @@ void ReadEncryptedPackageProperties(const PropertyQuestion& question, PropertySe
   }
   const FileBytes<4096> info(stream.get(), 0);
   const uint32_t minor = info.WordLE(2);
-  out.Set(Property::kEncryption, "password", kInfo, 0);
+  const bool isOpen = HowPackageOpens(document) == OfficeOpening::kWithoutPassword;
+  out.Set(Property::kEncryption, isOpen ? "restricted" : "password", kInfo, 0);
   if (minor == 4) ReadAgile(info.View(), out);
   if (minor == 2) ReadStandard(info, out);
 }

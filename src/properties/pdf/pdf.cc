@@ -204,8 +204,8 @@ void ReadSignature(PdfFile& file, uint32_t root, PropertySet& out) {
   }
 }
 
-// The first object of a linearized file tells its length; an update that was appended makes it a
-// usual one.
+// The first object of a linearized file has the length of the file. An appended update makes the
+// length wrong and the file an ordinary PDF.
 void ReadLinearization(const PdfFile& file, PropertySet& out) {
   const size_t at = file.head().find("/Linearized");
   if (at == std::string_view::npos) return;

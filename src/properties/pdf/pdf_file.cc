@@ -311,7 +311,7 @@ bool PdfFile::LookInStream(uint32_t number, Section* section, Place* place) {
   return type == 1 || type == 2;
 }
 
-// The data from that offset on, as the dictionary says that it is packed.
+// The data from that offset on, unpacked as the dictionary says.
 std::string_view PdfFile::Inflated(std::string_view dictionary, int64_t dataOffset) {
   if (!IsReadable(dictionary)) return {};
   if (inflatedFrom_ == dataOffset) return {inflated_.data(), inflatedLength_};

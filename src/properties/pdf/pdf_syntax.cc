@@ -101,8 +101,8 @@ size_t ReferenceLength(std::string_view text) {
   return text.size() - rest.size() + 1;
 }
 
-// The character behind a backslash; `*i` is moved onto the last one that belongs to it. -1: a line
-// that goes on.
+// The character of an escape sequence; `*i` moves from the byte behind the backslash to the last
+// byte of the sequence. -1 for an escaped line end, which is no character.
 int Unescape(std::string_view text, size_t* i) {
   const char c = text[*i];
   if (c >= '0' && c <= '7') {

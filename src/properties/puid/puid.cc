@@ -22,8 +22,8 @@ PuidText Spell(uint16_t number) {
   return Store(text.view());
 }
 
-// Formats whose one candidate is not the only kind of file that they stand for: general answers,
-// and those that the registry divides by what is not read here.
+// Formats with one candidate that stand for other kinds of file too: general answers, and formats
+// that the registry divides by content not read here.
 constexpr FormatId kOpen[] = {
     kFormatWord6Or95,
     kFormatExcel5Or95,
@@ -71,6 +71,8 @@ PuidText ExactPuid(IdentificationStream* stream, FormatId id, const PropertySet&
   if (IsOpen(id) || properties.Has(Property::kDamaged)) return {};
   if (const uint16_t number = PuidByProperties(id, properties); number != 0) return Spell(number);
   if (const uint16_t number = PuidByBytes(stream, id); number != 0) return Spell(number);
+  // Without the stream of its user a presentation may be one of an earlier version.
+  if (id == kFormatPowerPoint97 && !properties.Has(Property::kEncryption)) return {};
   // A profile that no row knows makes the file another kind than the plain one.
   if ((id == kFormatTiff || id == kFormatSqlite) && properties.Has(Property::kProfile)) return {};
   if (id == kFormatZip && HoldsDocument(stream->handle)) return {};

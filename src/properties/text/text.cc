@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
+#include <cstring>
+#include <span>
 #include <string_view>
 
 #include "formatid/io.h"
 #include "registry/format_ids.h"
+#include "stream/buffered_scan.h"
 #include "stream/file_bytes.h"
 
 namespace fi {
@@ -46,6 +48,8 @@ class Utf8Check {
     }
   }
 
+  bool IsBetween() const { return more_ == 0; }
+
   // A sequence may be cut off where the looking ends, but not where the text does.
   bool IsUtf8(bool isCut) const { return isValid_ && hasSequence_ && (isCut || more_ == 0); }
 
@@ -81,6 +85,8 @@ class LineEnds {
     }
     wasCr_ = unit == '\r';
   }
+
+  bool IsBehindCr() const { return wasCr_; }
 
   std::string_view Name() {
     if (wasCr_) Take(0);
@@ -155,22 +161,66 @@ struct ByteText {
   std::string_view lineEnds;
 };
 
-ByteText ScanBytes(IdentificationStream* stream, size_t start) {
-  ByteText text;
-  if (IdStreamSeek(stream, static_cast<int64_t>(start), kIoFromStart) != 0) return text;
-  Utf8Check utf8;
-  LineEnds ends;
-  uint64_t read = 0;
-  for (; read < kMostBytes; ++read) {
-    const uint32_t byte = IdStreamGetByte(stream);
-    if (byte == kEndOfData) break;
-    text.kinds |= kKinds[byte];
-    utf8.Take(static_cast<uint8_t>(byte));
-    ends.Take(byte);
+// Whether all eight bytes lie in 20 to 7E: nothing that ends a line, and nothing beyond ASCII.
+bool IsPlainWord(uint64_t word) {
+  constexpr uint64_t kOnes = 0x0101010101010101;
+  constexpr uint64_t kTops = 0x80 * kOnes;
+  // Without top bits no addition carries into the next byte: one is set by 7F, and by 20 to 7F.
+  if ((word & kTops) != 0) return false;
+  return (((word + kOnes) | ~(word + 0x60 * kOnes)) & kTops) == 0;
+}
+
+// What is told of bytes, piece by piece.
+class ByteScan {
+ public:
+  void Take(std::span<const uint8_t> bytes) {
+    constexpr size_t kWord = sizeof(uint64_t);
+    size_t at = 0;
+    while (at < bytes.size()) {
+      uint64_t word = 0;
+      if (bytes.size() - at >= kWord) std::memcpy(&word, bytes.data() + at, kWord);
+      if (IsPlainWord(word) && utf8_.IsBetween() && !ends_.IsBehindCr()) {
+        text_.kinds |= kAscii;
+        at += kWord;
+        continue;
+      }
+      const size_t end = at + std::min(kWord, bytes.size() - at);
+      for (; at < end; ++at) {
+        text_.kinds |= kKinds[bytes[at]];
+        utf8_.Take(bytes[at]);
+        ends_.Take(bytes[at]);
+      }
+    }
   }
-  text.isUtf8 = utf8.IsUtf8(read == kMostBytes);
-  text.lineEnds = ends.Name();
-  return text;
+
+  ByteText Finish(bool isCut) {
+    text_.isUtf8 = utf8_.IsUtf8(isCut);
+    text_.lineEnds = ends_.Name();
+    return text_;
+  }
+
+ private:
+  ByteText text_;
+  Utf8Check utf8_;
+  LineEnds ends_;
+};
+
+ByteText ScanBytes(IdentificationStream* stream, size_t start) {
+  if (IdStreamSeek(stream, static_cast<int64_t>(start), kIoFromStart) != 0) return {};
+  ByteScan scan;
+  uint64_t left = kMostBytes;
+  while (left > 0) {
+    const uint32_t byte = IdStreamGetByte(stream);  // refills the buffer where that is due
+    if (byte == kEndOfData) break;
+    const auto first = static_cast<uint8_t>(byte);
+    scan.Take({&first, 1});
+    const uint64_t more =
+        std::min<uint64_t>(left - 1, static_cast<uint32_t>(std::max(stream->remaining, 0)));
+    scan.Take({stream->next, static_cast<size_t>(more)});
+    PassBuffered(stream, static_cast<uint32_t>(more));
+    left -= 1 + more;
+  }
+  return scan.Finish(left == 0);
 }
 
 // EBCDIC has its blank at 40 and letters from 81 on; ASCII has neither so often.

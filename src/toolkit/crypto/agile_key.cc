@@ -56,7 +56,7 @@ class PasswordValues {
   bool Matches(Bytes verifier, Bytes expected, bool* matches) {
     HashValue hash;
     if (!hasher_.Hash({verifier}, &hash)) return false;
-    *matches = std::ranges::equal(hash.view(), expected.first(hash.size()));
+    *matches = EqualSecrets(hash.view(), expected.first(hash.size()));
     return true;
   }
 

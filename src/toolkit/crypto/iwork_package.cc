@@ -32,8 +32,8 @@ std::optional<IworkVerifier> ReadVerifier(IOHandle* package, const DecryptionLim
   return ReadIworkVerifier(Bytes(bytes).first(size), limits);
 }
 
-// A member of the package: an IV, then in CBC mode one block that means nothing, the content, and
-// padding of 1 to 16 bytes, each of which is their number; at last an HMAC-SHA1 of the content.
+// A member of the package: an IV, in CBC mode a meaningless block, the content, and padding of 1 to
+// 16 bytes, each with the number of bytes as its value; at last an HMAC-SHA1 of the content.
 class MemberReader {
  public:
   MemberReader(IOHandle* member, const IworksContext& context, Plaintext* plaintext)
@@ -57,7 +57,7 @@ class MemberReader {
     std::array<uint8_t, kMac> mac{};
     HashValue value;
     if (io::ReadFully(member_, mac.data(), kMac) != kMac) return false;
-    return hmac_.Finish(&value) ? std::ranges::equal(value.view(), mac) : NoMemory();
+    return hmac_.Finish(&value) ? EqualSecrets(value.view(), mac) : NoMemory();
   }
 
  private:

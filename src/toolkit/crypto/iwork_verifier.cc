@@ -38,9 +38,8 @@ Unlocked UnlockIwork(const IworkVerifier& verifier, Bytes password, SecretBytes<
   if (!aes.Decrypt(verifier.iv, verifier.encrypted, decrypted.data())) return Unlocked::kFailed;
   decrypted.SetSize(verifier.encrypted.size());
   if (!hasher.Hash({decrypted.view().first(kRandom)}, &hash)) return Unlocked::kFailed;
-  return std::ranges::equal(hash.view(), decrypted.view().subspan(kRandom))
-             ? Unlocked::kYes
-             : Unlocked::kWrongPassword;
+  return EqualSecrets(hash.view(), decrypted.view().subspan(kRandom)) ? Unlocked::kYes
+                                                                      : Unlocked::kWrongPassword;
 }
 
 }  // namespace fi::crypto

@@ -61,8 +61,8 @@ Unlocked Unlock(const EncryptionInfo& info, const DecryptionLimits& limits, Byte
 
 using Name = std::array<char, kIoNameCapacity>;
 
-// The file name of the document, which is that of the package too; empty when it has none. Of a
-// wide name only the ASCII characters stay, and so does any extension that is known.
+// The file name of the document, which is the name of the package; empty without a name. Characters
+// beyond ASCII become "?"; known extensions have none.
 Name NameOf(IOHandle* document) {
   Name name{};
   uint32_t width = kIoNameNarrow;

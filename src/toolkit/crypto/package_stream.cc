@@ -37,8 +37,7 @@ class PackageReader {
     HashValue value;
     if (!hmac.Update(field)) return NoMemory();
     if (!ReadSegments(&hmac)) return false;
-    return hmac.Finish(&value) ? std::ranges::equal(value.view(), key_.hmacValue.view())
-                               : NoMemory();
+    return hmac.Finish(&value) ? EqualSecrets(value.view(), key_.hmacValue.view()) : NoMemory();
   }
 
  private:
@@ -47,9 +46,8 @@ class PackageReader {
     return false;
   }
 
-  // To the end of the package, or with `hmac` to the end of the stream. That there is an end is
-  // for the limit on the package to say: what follows it is little in any stream that is not made
-  // to be long.
+  // Reads to the end of the package, or with `hmac` to the end of the stream. Ordinary streams have
+  // little behind the package, so kMoreSegments bounds the rest.
   bool ReadSegments(Hmac* hmac) {
     const uint64_t segments = (size_ + kSegment - 1) / kSegment;
     const uint64_t most = segments + kMoreSegments;

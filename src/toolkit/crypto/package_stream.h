@@ -10,9 +10,9 @@
 
 namespace fi::crypto {
 
-// Decrypts the stream from its start into `*plaintext`, which is empty. A stream that is shorter
-// than the size at its start gives what is there. False when the stream is damaged (its HMAC, where
-// there is one, covers all of it), when it exceeds the limits and when there is no room for it.
+// Decrypts the stream from its start into `*plaintext`, which is empty. A stream shorter than the
+// size at its start is decrypted to its end. False when the stream is damaged (an HMAC, if present,
+// covers the whole stream) or exceeds the limits, and when memory runs out.
 bool DecryptPackage(IOHandle* stream, const PackageKey& key, const DecryptionLimits& limits,
                     Plaintext* plaintext);
 

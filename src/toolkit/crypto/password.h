@@ -45,8 +45,8 @@ enum class Unlocked {
   kFailed,  // not the password's fault: an algorithm is not to be had, or memory ran out
 };
 
-// Asks until a password fits, kMaxTries times at most: `unlock` is given each, and answers how it
-// went. Returns 0 or the status of the decryption.
+// Asks for passwords until one fits, kMaxTries times at most. `unlock` tries a password and returns
+// the result. Returns 0 or the status of the decryption.
 template <class Unlock>
 uint32_t UnlockWithPassword(const PasswordSource& source, Unlock&& unlock) {
   for (uint32_t attempt = 0; attempt < kMaxTries; ++attempt) {

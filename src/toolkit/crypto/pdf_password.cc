@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
+#include "toolkit/crypto/rc4.h"
 #include "toolkit/openssl/evp.h"
 
 namespace fi {
@@ -16,8 +16,9 @@ using crypto::Bytes;
 using crypto::HashAlgorithm;
 using crypto::Hasher;
 using crypto::HashValue;
+using crypto::Rc4;
 
-// What a password is filled up with, and what stands for the empty one.
+// The bytes that fill up a password; the empty password is all of them.
 constexpr std::array<uint8_t, 32> kPadding = {
     0x28, 0xBF, 0x4E, 0x5E, 0x4E, 0x75, 0x8A, 0x41, 0x64, 0x00, 0x4E, 0x56, 0xFF, 0xFA, 0x01, 0x08,
     0x2E, 0x2E, 0x00, 0xB6, 0xD0, 0x68, 0x3E, 0x80, 0x2F, 0x0C, 0xA9, 0xFE, 0x64, 0x53, 0x69, 0x7A};
@@ -25,25 +26,6 @@ constexpr std::array<uint8_t, 32> kPadding = {
 constexpr size_t kMd5Size = 16;
 constexpr size_t kOldStringSize = 32;  // O and U up to revision 4
 constexpr size_t kHashSize = 32;       // of U since revision 5; two salts of 8 bytes follow
-
-// RC4 is no part of OpenSSL's default provider.
-void Rc4(Bytes key, uint8_t* data, size_t size) {
-  std::array<uint8_t, 256> state;
-  for (size_t i = 0; i < state.size(); ++i) state[i] = static_cast<uint8_t>(i);
-  uint8_t j = 0;
-  for (size_t i = 0; i < state.size(); ++i) {
-    j = static_cast<uint8_t>(j + state[i] + key[i % key.size()]);
-    std::swap(state[i], state[j]);
-  }
-  uint8_t i = 0;
-  j = 0;
-  for (size_t at = 0; at < size; ++at) {
-    i = static_cast<uint8_t>(i + 1);
-    j = static_cast<uint8_t>(j + state[i]);
-    std::swap(state[i], state[j]);
-    data[at] ^= state[static_cast<uint8_t>(state[i] + state[j])];
-  }
-}
 
 Bytes View(const std::array<uint8_t, PdfEncryption::kMaxString>& bytes, size_t size) {
   return {bytes.data(), std::min(size, bytes.size())};
@@ -79,7 +61,7 @@ PdfOpening OldRevision(const PdfEncryption& e) {
   std::array<uint8_t, 32> expected = kPadding;
   if (e.revision == 2) {
     if (e.userSize < expected.size()) return PdfOpening::kUnknown;
-    Rc4({key.data(), keySize}, expected.data(), expected.size());
+    Rc4({key.data(), keySize}).Apply(expected.data(), expected.size());
     return Verdict(std::equal(expected.begin(), expected.end(), e.user.begin()));
   }
   HashValue check;
@@ -88,7 +70,7 @@ PdfOpening OldRevision(const PdfEncryption& e) {
   for (uint8_t round = 0; round < 20; ++round) {
     std::array<uint8_t, kMd5Size> roundKey;
     for (size_t i = 0; i < keySize; ++i) roundKey[i] = key.data()[i] ^ round;
-    Rc4({roundKey.data(), keySize}, expected.data(), kMd5Size);
+    Rc4({roundKey.data(), keySize}).Apply(expected.data(), kMd5Size);
   }
   return Verdict(std::equal(expected.begin(), expected.begin() + kMd5Size, e.user.begin()));
 }

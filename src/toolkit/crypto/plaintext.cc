@@ -96,7 +96,7 @@ bool Plaintext::AppendToMemory(Bytes bytes) {
   return true;
 }
 
-// What a failing write has left behind counts as written, so that it is overwritten too.
+// The remains of a failed write count as written, so that they are overwritten too.
 bool Plaintext::AppendToFile(Bytes bytes) {
   const uint64_t offset = size_;
   size_ += bytes.size();

@@ -61,8 +61,7 @@ Unlocked UnlockStandard(const StandardInfo& info, const DecryptionLimits& limits
   verifier.SetSize(kAesBlock);
   expected.SetSize(HashSize(HashAlgorithm::kSha1));
   if (!hasher.Hash({verifier.view()}, &actual)) return Unlocked::kFailed;
-  return std::ranges::equal(actual.view(), expected.view()) ? Unlocked::kYes
-                                                            : Unlocked::kWrongPassword;
+  return EqualSecrets(actual.view(), expected.view()) ? Unlocked::kYes : Unlocked::kWrongPassword;
 }
 
 }  // namespace fi::crypto

@@ -1,6 +1,6 @@
-// A handle over whatever a host reads from, by its callback. It keeps two blocks as the handle over
-// a file does, the head and a window that follows other reads and is laid over the tail near the
-// end, so that the callback is asked for few and larger pieces.
+// A handle over the callback of a host. Like the handle over a file it keeps two blocks, the head
+// and a window. The window follows the reads elsewhere, and covers the tail near the end. So the
+// callback serves few and larger pieces.
 #ifndef FI_TOOLKIT_IO_CALLBACK_HANDLE_H_
 #define FI_TOOLKIT_IO_CALLBACK_HANDLE_H_
 

@@ -33,8 +33,8 @@ uint32_t FileHandle::Block::Copy(int64_t from, uint8_t* buffer, uint32_t size) c
   return count;
 }
 
-// Stores fewer bytes than asked for only where the file ends. A file that was cut since it was
-// opened ends where it is cut.
+// Stores fewer bytes than asked for only where the file ends. A file shortened after the opening
+// ends at its new size.
 bool FileHandle::Pread(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) {
   *count = 0;
   while (*count < size) {

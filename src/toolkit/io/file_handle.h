@@ -1,8 +1,8 @@
 // A handle over a regular file. It reads with pread at its own position and keeps two blocks: the
 // head of the file, to which the signatures return again and again, and a window that follows the
 // reads elsewhere. Near the end the window is laid so that it holds the whole tail. So the
-// signatures cost one read of each, and the size is the one that the file had when it was opened. A
-// file that does not tell its size (procfs) is taken to end with its first block.
+// signatures cost one read of each block. The size is that of the file at the opening. A file that
+// does not tell its size (procfs) is taken to end with its first block.
 #ifndef FI_TOOLKIT_IO_FILE_HANDLE_H_
 #define FI_TOOLKIT_IO_FILE_HANDLE_H_
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/io.h"
+#include "platform/trace.h"
 
 namespace fi::io {
 namespace {
@@ -75,6 +76,8 @@ int32_t PositionedHandle::ReadCounted(uint8_t* buffer, uint32_t size, uint32_t* 
   if (allowed == 0) return 0;
   const int32_t result = ReadAt(position_, buffer, allowed, count);
   work.EndRead(*count);
+  fi::Tell(&work,
+           {.kind = kFiTraceRead, .offset = static_cast<uint64_t>(position_), .count = *count});
   return result;
 }
 
@@ -144,12 +147,18 @@ int32_t PositionedHandle::Open(IOHandle* handle, IOHandle** target, uint32_t sou
   }
   if (source == nullptr) return kIoError;
   if (sourceType == kIoSourcePackageMember) {
-    return self->OpenMember(target, *static_cast<const IOMemberSource*>(source));
+    const auto& member = *static_cast<const IOMemberSource*>(source);
+    const int32_t result = self->OpenMember(target, member);
+    if (result == kIoOk) fi::Tell(self->work(), {.kind = kFiTraceMember, .text = member.path});
+    return result;
   }
   if (sourceType != kIoSourceStorageStream && sourceType != kIoSourceSubStorage) return kIoError;
   StorageView* storage = self->AsStorage();
   if (storage == nullptr) return kIoError;
-  return storage->Open(target, sourceType, *static_cast<const IOChildSource*>(source));
+  const auto& child = *static_cast<const IOChildSource*>(source);
+  const int32_t result = storage->Open(target, sourceType, child);
+  if (result == kIoOk) fi::Tell(self->work(), {.kind = kFiTraceStream, .text = child.name});
+  return result;
 }
 
 }  // namespace fi::io

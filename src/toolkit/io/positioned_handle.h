@@ -1,8 +1,8 @@
-// Base of the handles that the toolkit makes: it keeps the position and the name, so that a kind of
-// handle only has to say how large it is and how bytes at an offset are read. Every handle can be
-// opened further as a container (containers.h): a compound file makes it a structured storage,
-// which is looked up when it is first asked for, and a ZIP directory at its end lets it open as a
-// package view. That it is none of both is kept: the question costs reads.
+// Base of the toolkit's handles. The base keeps position and name; a derived handle gives its size
+// and reads bytes at an offset. Every handle can be opened further as a container (containers.h): a
+// handle over a compound file is a structured storage, and a handle over bytes with a ZIP directory
+// at the end opens as a package view. The first question examines the bytes; the handle keeps a
+// negative answer too, since the question costs reads.
 #ifndef FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 #define FI_TOOLKIT_IO_POSITIONED_HANDLE_H_
 
@@ -53,8 +53,8 @@ class PositionedHandle : public IOHandle {
 
   virtual int64_t Size() = 0;
 
-  // Stores up to `size` bytes from `offset`, which is not negative, and their number in `*count`.
-  // 0 on success.
+  // Stores up to `size` bytes from `offset` (not negative) in the buffer, and their number in
+  // `*count`. Returns 0 on success.
   virtual int32_t ReadAt(int64_t offset, uint8_t* buffer, uint32_t size, uint32_t* count) = 0;
 
   // The codes that differ by kind; everything else is answered by the base.

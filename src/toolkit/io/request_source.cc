@@ -18,7 +18,7 @@ std::string_view NameOf(const FISource& source) {
   return source.name == nullptr ? std::string_view() : std::string_view(source.name);
 }
 
-// A path under the name that the request gives it, where it gives one.
+// Opens a path, under the name in the request if there is such a name.
 int32_t OpenNamed(IOHandle** handle, uint32_t sourceType, const void* path, const FISource& source,
                   Work* work) {
   const int32_t result = OpenSource(handle, sourceType, path, work);

@@ -3,8 +3,12 @@
 
 #include <array>
 #include <atomic>
+#include <cinttypes>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "platform/iwork_module.h"
@@ -21,18 +25,42 @@ constexpr char kSymbol[] = FI_QUOTE_VALUE(FI_IWORK_MODULE_SYMBOL);
 // From the folder of the library.
 constexpr char kModuleFile[] = "formatid/formatid-iwork.so";
 
-// The path of the shared object that this code is in; empty where that is not absolute, since the
-// current folder may be another one by now.
-std::string_view OwnPath() {
+// A line of /proc/self/maps: a path behind addresses, rights, offset, device and inode.
+using MapsLine = std::array<char, PATH_MAX + 128>;
+
+// The absolute path of the file that is mapped at `address`, as the kernel names it; empty where
+// /proc does not tell.
+std::string_view MappedPath(const void* address, MapsLine& line) {
+  struct Closer {
+    void operator()(std::FILE* file) const { (void)std::fclose(file); }
+  };
+  const std::unique_ptr<std::FILE, Closer> maps(std::fopen("/proc/self/maps", "re"));
+  const auto wanted = reinterpret_cast<uintptr_t>(address);
+  while (maps != nullptr &&
+         std::fgets(line.data(), static_cast<int>(line.size()), maps.get()) != nullptr) {
+    uintptr_t first = 0;
+    uintptr_t end = 0;
+    if (std::sscanf(line.data(), "%" SCNxPTR "-%" SCNxPTR, &first, &end) != 2) continue;
+    if (wanted < first || wanted >= end) continue;
+    const char* const path = std::strchr(line.data(), '/');
+    return path == nullptr ? std::string_view() : std::string_view(path, std::strcspn(path, "\n"));
+  }
+  return {};
+}
+
+// The path of the shared object that this code is in. A relative path refers to the current folder
+// of the time of loading, so the path in the kernel's list of mappings replaces it.
+std::string_view OwnPath(MapsLine& line) {
   static constexpr char kHere = 0;
   Dl_info info{};
   if (::dladdr(&kHere, &info) == 0 || info.dli_fname == nullptr) return {};
   const std::string_view path = info.dli_fname;
-  return path.starts_with('/') ? path : std::string_view();
+  return path.starts_with('/') ? path : MappedPath(&kHere, line);
 }
 
 const IworkModule* Load() {
-  const std::string_view own = OwnPath();
+  MapsLine line;
+  const std::string_view own = OwnPath(line);
   if (own.empty() || own.size() > PATH_MAX) return nullptr;
   const std::string_view folder = own.substr(0, own.rfind('/'));
   std::array<char, PATH_MAX> path{};

@@ -1,5 +1,5 @@
-// Limits of the package reader. What lies beyond one is as if it were not in the package. Parts are
-// XML documents, whose own limits stand in toolkit/xml/limits.h.
+// Limits of the package reader. Parts and entries beyond a limit are ignored. Parts are XML
+// documents, whose own limits stand in toolkit/xml/limits.h.
 #ifndef FI_TOOLKIT_OPC_LIMITS_H_
 #define FI_TOOLKIT_OPC_LIMITS_H_
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <climits>
 
 namespace fi::crypto {
 namespace {
@@ -38,6 +37,15 @@ const char* NameOf(AesMode mode, size_t keySize) {
   }
 }
 
+// The function of that number; null when there is none.
+template <class Function>
+Function* Find(const OSSL_DISPATCH* functions, int number) {
+  for (; functions != nullptr && functions->function_id != 0; ++functions) {
+    if (functions->function_id == number) return reinterpret_cast<Function*>(functions->function);
+  }
+  return nullptr;
+}
+
 // Characters of base64 that are looked at. The longest value that anyone asks for has 64 bytes.
 constexpr size_t kMaxBase64 = 256;
 
@@ -67,119 +75,154 @@ ErrorMark::~ErrorMark() {
   if (lib_ != nullptr) (void)lib_->ERR_pop_to_mark();
 }
 
-Hasher::Hasher(HashAlgorithm algorithm) : lib_(LoadLibCrypto()) {
-  if (lib_ == nullptr) return;
-  digest_ = lib_->EVP_MD_fetch(nullptr, NameOf(algorithm), nullptr);
-  context_ = lib_->EVP_MD_CTX_new();
+Hasher::Hasher(HashAlgorithm algorithm) {
+  const LibCrypto* lib = LoadLibCrypto();
+  if (lib == nullptr) return;
+  const OSSL_DISPATCH* functions = lib->FindAlgorithm(OSSL_OP_DIGEST, NameOf(algorithm));
+  const auto create = Find<OSSL_FUNC_digest_newctx_fn>(functions, OSSL_FUNC_DIGEST_NEWCTX);
+  free_ = Find<OSSL_FUNC_digest_freectx_fn>(functions, OSSL_FUNC_DIGEST_FREECTX);
+  init_ = Find<OSSL_FUNC_digest_init_fn>(functions, OSSL_FUNC_DIGEST_INIT);
+  update_ = Find<OSSL_FUNC_digest_update_fn>(functions, OSSL_FUNC_DIGEST_UPDATE);
+  final_ = Find<OSSL_FUNC_digest_final_fn>(functions, OSSL_FUNC_DIGEST_FINAL);
+  if (create == nullptr || free_ == nullptr) return;
+  if (init_ == nullptr || update_ == nullptr || final_ == nullptr) return;
+  state_ = create(lib->OSSL_PROVIDER_get0_provider_ctx(lib->provider));
 }
 
+// The provider wipes what it frees.
 Hasher::~Hasher() {
-  if (lib_ == nullptr) return;
-  lib_->EVP_MD_CTX_free(context_);
-  lib_->EVP_MD_free(digest_);
+  if (state_ != nullptr) free_(state_);
 }
 
-bool Hasher::Hash(std::initializer_list<Bytes> parts, HashValue* value) {
-  if (digest_ == nullptr || context_ == nullptr) return false;
-  if (lib_->EVP_DigestInit_ex(context_, digest_, nullptr) != 1) return false;
-  for (const Bytes part : parts) {
-    if (lib_->EVP_DigestUpdate(context_, part.data(), part.size()) != 1) return false;
-  }
-  unsigned int size = 0;
-  if (lib_->EVP_DigestFinal_ex(context_, value->data(), &size) != 1) return false;
+bool Hasher::Begin() { return state_ != nullptr && init_(state_, nullptr) == 1; }
+
+bool Hasher::Add(Bytes bytes) { return update_(state_, bytes.data(), bytes.size()) == 1; }
+
+bool Hasher::End(HashValue* value) {
+  size_t size = 0;
+  if (final_(state_, value->data(), &size, kMaxHash) != 1) return false;
   value->SetSize(size);
   return true;
 }
 
-AesDecryptor::AesDecryptor(AesMode mode, Bytes key) : lib_(LoadLibCrypto()), mode_(mode) {
+bool Hasher::Hash(std::initializer_list<Bytes> parts, HashValue* value) {
+  if (!Begin()) return false;
+  for (const Bytes part : parts) {
+    if (!Add(part)) return false;
+  }
+  return End(value);
+}
+
+AesDecryptor::AesDecryptor(AesMode mode, Bytes key) : mode_(mode) {
+  const LibCrypto* lib = LoadLibCrypto();
   const char* name = NameOf(mode, key.size());
-  if (lib_ == nullptr || name == nullptr) return;
-  cipher_ = lib_->EVP_CIPHER_fetch(nullptr, name, nullptr);
-  context_ = lib_->EVP_CIPHER_CTX_new();
-  if (cipher_ == nullptr || context_ == nullptr) return;
-  ready_ = lib_->EVP_DecryptInit_ex(context_, cipher_, nullptr, key.data(), nullptr) == 1;
+  if (lib == nullptr || name == nullptr) return;
+  const OSSL_DISPATCH* functions = lib->FindAlgorithm(OSSL_OP_CIPHER, name);
+  const auto create = Find<OSSL_FUNC_cipher_newctx_fn>(functions, OSSL_FUNC_CIPHER_NEWCTX);
+  free_ = Find<OSSL_FUNC_cipher_freectx_fn>(functions, OSSL_FUNC_CIPHER_FREECTX);
+  init_ = Find<OSSL_FUNC_cipher_decrypt_init_fn>(functions, OSSL_FUNC_CIPHER_DECRYPT_INIT);
+  cipher_ = Find<OSSL_FUNC_cipher_cipher_fn>(functions, OSSL_FUNC_CIPHER_CIPHER);
+  if (create == nullptr || free_ == nullptr || init_ == nullptr || cipher_ == nullptr) return;
+  state_ = create(lib->OSSL_PROVIDER_get0_provider_ctx(lib->provider));
+  ready_ = state_ != nullptr && init_(state_, key.data(), key.size(), nullptr, 0, nullptr) == 1;
 }
 
 AesDecryptor::~AesDecryptor() {
-  if (lib_ == nullptr) return;
-  lib_->EVP_CIPHER_CTX_free(context_);
-  lib_->EVP_CIPHER_free(cipher_);
+  if (state_ != nullptr) free_(state_);
 }
 
 bool AesDecryptor::Decrypt(Bytes iv, Bytes in, uint8_t* out) {
-  if (!ready_ || in.size() % kAesBlock != 0 || in.size() > INT_MAX) return false;
-  const uint8_t* start = nullptr;
+  if (!ready_ || in.size() % kAesBlock != 0) return false;
   if (mode_ == AesMode::kCbc) {
+    // Without a key the one that is set stays, with a fresh chain.
     if (iv.size() != kAesBlock) return false;
-    start = iv.data();
+    if (init_(state_, nullptr, 0, iv.data(), iv.size(), nullptr) != 1) return false;
   }
-  // Without a key the one that is set stays, with a fresh chain.
-  if (lib_->EVP_DecryptInit_ex(context_, nullptr, nullptr, nullptr, start) != 1) return false;
-  if (lib_->EVP_CIPHER_CTX_set_padding(context_, 0) != 1) return false;
-  int stored = 0;
-  const int size = static_cast<int>(in.size());
-  return lib_->EVP_DecryptUpdate(context_, out, &stored, in.data(), size) == 1 && stored == size;
+  if (in.empty()) return true;
+  size_t stored = 0;
+  return cipher_(state_, out, &stored, in.size(), in.data(), in.size()) == 1 && stored == in.size();
 }
 
 bool EncryptAes128Cbc(Bytes key, Bytes iv, Bytes in, uint8_t* out) {
   const LibCrypto* lib = LoadLibCrypto();
-  if (lib == nullptr || key.size() != kAesBlock || iv.size() != kAesBlock ||
-      in.size() % kAesBlock != 0 || in.size() > INT_MAX) {
-    return false;
-  }
-  EVP_CIPHER* cipher = lib->EVP_CIPHER_fetch(nullptr, "AES-128-CBC", nullptr);
-  EVP_CIPHER_CTX* context = lib->EVP_CIPHER_CTX_new();
-  int stored = 0;
-  const int size = static_cast<int>(in.size());
+  if (lib == nullptr || key.size() != kAesBlock || iv.size() != kAesBlock) return false;
+  if (in.size() % kAesBlock != 0) return false;
+  const OSSL_DISPATCH* functions =
+      lib->FindAlgorithm(OSSL_OP_CIPHER, NameOf(AesMode::kCbc, key.size()));
+  const auto create = Find<OSSL_FUNC_cipher_newctx_fn>(functions, OSSL_FUNC_CIPHER_NEWCTX);
+  const auto release = Find<OSSL_FUNC_cipher_freectx_fn>(functions, OSSL_FUNC_CIPHER_FREECTX);
+  const auto init =
+      Find<OSSL_FUNC_cipher_encrypt_init_fn>(functions, OSSL_FUNC_CIPHER_ENCRYPT_INIT);
+  const auto cipher = Find<OSSL_FUNC_cipher_cipher_fn>(functions, OSSL_FUNC_CIPHER_CIPHER);
+  if (create == nullptr || release == nullptr || init == nullptr || cipher == nullptr) return false;
+  void* const state = create(lib->OSSL_PROVIDER_get0_provider_ctx(lib->provider));
+  if (state == nullptr) return false;
+  size_t stored = 0;
   const bool encrypted =
-      cipher != nullptr && context != nullptr &&
-      lib->EVP_EncryptInit_ex(context, cipher, nullptr, key.data(), iv.data()) == 1 &&
-      lib->EVP_CIPHER_CTX_set_padding(context, 0) == 1 &&
-      lib->EVP_EncryptUpdate(context, out, &stored, in.data(), size) == 1 && stored == size;
-  lib->EVP_CIPHER_CTX_free(context);
-  lib->EVP_CIPHER_free(cipher);
+      init(state, key.data(), key.size(), iv.data(), iv.size(), nullptr) == 1 &&
+      (in.empty() || cipher(state, out, &stored, in.size(), in.data(), in.size()) == 1) &&
+      stored == in.size();
+  release(state);
   return encrypted;
 }
 
-Hmac::Hmac(HashAlgorithm algorithm, Bytes key) : lib_(LoadLibCrypto()) {
-  if (lib_ == nullptr) return;
-  mac_ = lib_->EVP_MAC_fetch(nullptr, "HMAC", nullptr);
-  if (mac_ == nullptr) return;
-  context_ = lib_->EVP_MAC_CTX_new(mac_);
-  if (context_ == nullptr) return;
-  // The parameter wants a pointer to something that it could change.
-  std::array<char, 8> digest{};
-  std::string_view(NameOf(algorithm)).copy(digest.data(), digest.size() - 1);
-  const OSSL_PARAM parameters[] = {
-      lib_->OSSL_PARAM_construct_utf8_string(OSSL_MAC_PARAM_DIGEST, digest.data(), 0),
-      lib_->OSSL_PARAM_construct_end()};
-  ready_ = lib_->EVP_MAC_init(context_, key.data(), key.size(), parameters) == 1;
+Hmac::Hmac(HashAlgorithm algorithm, Bytes key) : hasher_(algorithm) {
+  const size_t block = HashSize(algorithm) <= 32 ? 64 : 128;
+  HashValue hashed;
+  if (key.size() > block) {
+    if (!hasher_.Hash({key}, &hashed)) return;
+    key = hashed.view();
+  }
+  inner_.SetSize(block);
+  outer_.SetSize(block);
+  for (size_t i = 0; i < block; ++i) {
+    const uint8_t byte = i < key.size() ? key[i] : uint8_t{0};
+    inner_.data()[i] = byte ^ 0x36;
+    outer_.data()[i] = byte ^ 0x5C;
+  }
+  ready_ = Begin();
 }
 
-Hmac::~Hmac() {
-  if (lib_ == nullptr) return;
-  lib_->EVP_MAC_CTX_free(context_);
-  lib_->EVP_MAC_free(mac_);
-}
+bool Hmac::Begin() { return hasher_.Begin() && hasher_.Add(inner_.view()); }
 
-bool Hmac::Update(Bytes bytes) {
-  return ready_ && lib_->EVP_MAC_update(context_, bytes.data(), bytes.size()) == 1;
-}
+bool Hmac::Update(Bytes bytes) { return ready_ && hasher_.Add(bytes); }
 
 bool Hmac::Finish(HashValue* value) {
-  size_t size = 0;
-  if (!ready_ || lib_->EVP_MAC_final(context_, value->data(), &size, kMaxHash) != 1) return false;
-  value->SetSize(size);
+  ready_ = ready_ && hasher_.End(value) && hasher_.Hash({outer_.view(), value->view()}, value);
+  if (!ready_) return false;
+  ready_ = Begin();
   return true;
 }
 
 bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size) {
+  Hmac hmac(HashAlgorithm::kSha1, password);
+  HashValue round;
+  HashValue sum;
+  for (uint32_t block = 1; size > 0; ++block) {
+    const std::array<uint8_t, 4> number = {
+        static_cast<uint8_t>(block >> 24), static_cast<uint8_t>(block >> 16),
+        static_cast<uint8_t>(block >> 8), static_cast<uint8_t>(block)};
+    if (rounds == 0 || !hmac.Update(salt) || !hmac.Update(number) || !hmac.Finish(&round)) {
+      return false;
+    }
+    sum.SetSize(0);
+    (void)sum.Append(round.view());
+    for (uint32_t i = 1; i < rounds; ++i) {
+      if (!hmac.Update(round.view()) || !hmac.Finish(&round)) return false;
+      for (size_t byte = 0; byte < sum.size(); ++byte) sum.data()[byte] ^= round.data()[byte];
+    }
+    const size_t count = std::min(size, sum.size());
+    std::copy_n(sum.data(), count, key);
+    key += count;
+    size -= count;
+  }
+  return true;
+}
+
+bool EqualSecrets(Bytes left, Bytes right) {
   const LibCrypto* lib = LoadLibCrypto();
-  const auto text = static_cast<const char*>(static_cast<const void*>(password.data()));
-  return lib != nullptr && rounds > 0 && rounds <= INT_MAX &&
-         lib->PKCS5_PBKDF2_HMAC_SHA1(text, static_cast<int>(password.size()), salt.data(),
-                                     static_cast<int>(salt.size()), static_cast<int>(rounds),
-                                     static_cast<int>(size), key) == 1;
+  return lib != nullptr && left.size() == right.size() &&
+         lib->CRYPTO_memcmp(left.data(), right.data(), left.size()) == 0;
 }
 
 // EVP_DecodeBlock forgives blanks at both ends and "=" anywhere, and counts the padding as bytes.

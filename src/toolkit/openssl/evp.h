@@ -1,7 +1,9 @@
 // Hashes, AES and HMAC over libcrypto. Every call answers false when libcrypto is missing, when
-// memory ran out or when an algorithm is not to be had (a FIPS set-up without SHA-1).
+// memory ran out or when an algorithm is not to be had.
 #ifndef FI_TOOLKIT_OPENSSL_EVP_H_
 #define FI_TOOLKIT_OPENSSL_EVP_H_
+
+#include <openssl/core_dispatch.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -39,6 +41,7 @@ class ErrorMark {
   const LibCrypto* const lib_;
 };
 
+// The functions of a hash algorithm and one state of it.
 class Hasher {
  public:
   explicit Hasher(HashAlgorithm algorithm);
@@ -49,10 +52,17 @@ class Hasher {
   // Hash of the parts, one behind the other. `value` may hold one of the parts.
   bool Hash(std::initializer_list<Bytes> parts, HashValue* value);
 
+  // The same step by step.
+  bool Begin();
+  bool Add(Bytes bytes);
+  bool End(HashValue* value);
+
  private:
-  const LibCrypto* const lib_;
-  EVP_MD* digest_ = nullptr;
-  EVP_MD_CTX* context_ = nullptr;
+  OSSL_FUNC_digest_freectx_fn* free_ = nullptr;
+  OSSL_FUNC_digest_init_fn* init_ = nullptr;
+  OSSL_FUNC_digest_update_fn* update_ = nullptr;
+  OSSL_FUNC_digest_final_fn* final_ = nullptr;
+  void* state_ = nullptr;
 };
 
 enum class AesMode { kEcb, kCbc };
@@ -71,10 +81,11 @@ class AesDecryptor {
   bool Decrypt(Bytes iv, Bytes in, uint8_t* out);
 
  private:
-  const LibCrypto* const lib_;
   const AesMode mode_;
-  EVP_CIPHER* cipher_ = nullptr;
-  EVP_CIPHER_CTX* context_ = nullptr;
+  OSSL_FUNC_cipher_freectx_fn* free_ = nullptr;
+  OSSL_FUNC_cipher_decrypt_init_fn* init_ = nullptr;
+  OSSL_FUNC_cipher_cipher_fn* cipher_ = nullptr;
+  void* state_ = nullptr;
   bool ready_ = false;
 };
 
@@ -82,25 +93,34 @@ class AesDecryptor {
 // length does not fit.
 bool EncryptAes128Cbc(Bytes key, Bytes iv, Bytes in, uint8_t* out);
 
+// RFC 2104.
 class Hmac {
  public:
   Hmac(HashAlgorithm algorithm, Bytes key);
-  ~Hmac();
   Hmac(const Hmac&) = delete;
   Hmac& operator=(const Hmac&) = delete;
 
   bool Update(Bytes bytes);
+
+  // The code of what was added since the last call.
   bool Finish(HashValue* value);
 
  private:
-  const LibCrypto* const lib_;
-  EVP_MAC* mac_ = nullptr;
-  EVP_MAC_CTX* context_ = nullptr;
+  static constexpr size_t kMaxBlock = 128;
+
+  bool Begin();
+
+  Hasher hasher_;
+  SecretBytes<kMaxBlock> inner_;
+  SecretBytes<kMaxBlock> outer_;
   bool ready_ = false;
 };
 
-// The PBKDF2 key (RFC 8018) of `size` bytes over HMAC-SHA1. `rounds` is 1 to INT_MAX.
+// The PBKDF2 key (RFC 8018) of `size` bytes over HMAC-SHA1. `rounds` is not 0.
 bool DeriveKey(Bytes password, Bytes salt, uint32_t rounds, uint8_t* key, size_t size);
+
+// Whether both hold the same bytes, in a time that depends on their sizes only.
+bool EqualSecrets(Bytes left, Bytes right);
 
 // Decodes base64 of up to `capacity` bytes, padded to a multiple of four and without line ends.
 // False, and nothing counts as stored, for anything else.

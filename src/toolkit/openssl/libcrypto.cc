@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <optional>
@@ -30,10 +31,36 @@ std::optional<LibCrypto> Load() {
   FI_LIBCRYPTO_FUNCTIONS(FI_FIND)
 #undef FI_FIND
   if (!complete) return std::nullopt;
+  OSSL_LIB_CTX* const context = functions.OSSL_LIB_CTX_new();
+  if (context == nullptr) return std::nullopt;
+  functions.provider = functions.OSSL_PROVIDER_load(context, "default");
+  if (functions.provider == nullptr) {
+    functions.OSSL_LIB_CTX_free(context);
+    return std::nullopt;
+  }
   return functions;
 }
 
+// Whether the list, divided by colons, holds `name`.
+bool IsListed(std::string_view list, std::string_view name) {
+  while (!list.empty()) {
+    const std::string_view first = list.substr(0, list.find(':'));
+    if (first == name) return true;
+    list.remove_prefix(std::min(first.size() + 1, list.size()));
+  }
+  return false;
+}
+
 }  // namespace
+
+const OSSL_DISPATCH* LibCrypto::FindAlgorithm(int operation, std::string_view name) const {
+  int noCache = 0;
+  const OSSL_ALGORITHM* algorithm = OSSL_PROVIDER_query_operation(provider, operation, &noCache);
+  for (; algorithm != nullptr && algorithm->algorithm_names != nullptr; ++algorithm) {
+    if (IsListed(algorithm->algorithm_names, name)) return algorithm->implementation;
+  }
+  return nullptr;
+}
 
 const LibCrypto* LoadLibCrypto() {
   // A failure may be that of the moment, such as too many open files, and is not kept.

@@ -4,41 +4,24 @@
 #ifndef FI_TOOLKIT_OPENSSL_LIBCRYPTO_H_
 #define FI_TOOLKIT_OPENSSL_LIBCRYPTO_H_
 
-#include <openssl/core_names.h>
+#include <openssl/core.h>
+#include <openssl/crypto.h>
 #include <openssl/err.h>
 #include <openssl/evp.h>
-#include <openssl/params.h>
+#include <openssl/provider.h>
 
-#define FI_LIBCRYPTO_FUNCTIONS(FUNCTION)     \
-  FUNCTION(ERR_pop_to_mark)                  \
-  FUNCTION(ERR_set_mark)                     \
-  FUNCTION(EVP_CIPHER_CTX_free)              \
-  FUNCTION(EVP_CIPHER_CTX_new)               \
-  FUNCTION(EVP_CIPHER_CTX_set_padding)       \
-  FUNCTION(EVP_CIPHER_fetch)                 \
-  FUNCTION(EVP_CIPHER_free)                  \
-  FUNCTION(EVP_DecodeBlock)                  \
-  FUNCTION(EVP_DecryptInit_ex)               \
-  FUNCTION(EVP_DecryptUpdate)                \
-  FUNCTION(EVP_DigestFinal_ex)               \
-  FUNCTION(EVP_DigestInit_ex)                \
-  FUNCTION(EVP_DigestUpdate)                 \
-  FUNCTION(EVP_EncryptInit_ex)               \
-  FUNCTION(EVP_EncryptUpdate)                \
-  FUNCTION(EVP_MAC_CTX_free)                 \
-  FUNCTION(EVP_MAC_CTX_new)                  \
-  FUNCTION(EVP_MAC_fetch)                    \
-  FUNCTION(EVP_MAC_final)                    \
-  FUNCTION(EVP_MAC_free)                     \
-  FUNCTION(EVP_MAC_init)                     \
-  FUNCTION(EVP_MAC_update)                   \
-  FUNCTION(EVP_MD_CTX_free)                  \
-  FUNCTION(EVP_MD_CTX_new)                   \
-  FUNCTION(EVP_MD_fetch)                     \
-  FUNCTION(EVP_MD_free)                      \
-  FUNCTION(OSSL_PARAM_construct_end)         \
-  FUNCTION(OSSL_PARAM_construct_utf8_string) \
-  FUNCTION(PKCS5_PBKDF2_HMAC_SHA1)
+#include <string_view>
+
+#define FI_LIBCRYPTO_FUNCTIONS(FUNCTION)    \
+  FUNCTION(CRYPTO_memcmp)                   \
+  FUNCTION(ERR_pop_to_mark)                 \
+  FUNCTION(ERR_set_mark)                    \
+  FUNCTION(EVP_DecodeBlock)                 \
+  FUNCTION(OSSL_LIB_CTX_free)               \
+  FUNCTION(OSSL_LIB_CTX_new)                \
+  FUNCTION(OSSL_PROVIDER_get0_provider_ctx) \
+  FUNCTION(OSSL_PROVIDER_load)              \
+  FUNCTION(OSSL_PROVIDER_query_operation)
 
 namespace fi::crypto {
 
@@ -46,10 +29,20 @@ struct LibCrypto {
 #define FI_DECLARE(name) decltype(&::name) name;
   FI_LIBCRYPTO_FUNCTIONS(FI_DECLARE)
 #undef FI_DECLARE
+
+  // The built-in provider of algorithms, in a context of the library's own. Its functions are
+  // called directly: the EVP layer above them reads OpenSSL's configuration file (OPENSSL_CONF),
+  // which may name code of others, whatever the context. libcrypto's settings for the host stay
+  // untouched.
+  OSSL_PROVIDER* provider;
+
+  // The functions of an algorithm of the provider; null when it has none of that name.
+  const OSSL_DISPATCH* FindAlgorithm(int operation, std::string_view name) const;
 };
 
 // The functions, all of them present; null when the system has no libcrypto of the version that
-// this was built for. It stays loaded until the process ends. Thread-safe.
+// this was built for. It stays loaded until the process ends, and so does
+// the provider. Thread-safe.
 const LibCrypto* LoadLibCrypto();
 
 }  // namespace fi::crypto

@@ -62,7 +62,7 @@ class CompoundFile final : public io::ContainedStorage {
   // Get-info of the handles on this file's parts: the file's own answer on read errors.
   int32_t OtherInfo(uint32_t code, void* out) const;
 
-  // Where a stream of `size` bytes lies: the table that chains its units, and what those are.
+  // For a stream of `size` bytes: the table that chains its units, and the size of a unit.
   Links& LinksOf(uint64_t size);
   uint32_t UnitShiftOf(uint64_t size) const;
 

@@ -2,8 +2,8 @@
 // last. A block is 4 KB, whatever the sector size: tables lie close together, and a handle on a
 // file reads no less at a time. Streams do not go through the cache.
 //
-// What a search may cost is counted in blocks that were not among those few. A file that makes its
-// readers go to and fro gets a second cache behind them, which saves the reads and is not counted.
+// The cost of a search is the number of blocks that the cache did not hold. A file that makes its
+// readers go to and fro gets a second cache behind the first: it saves reads, but not cost.
 #ifndef FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
 #define FI_TOOLKIT_STORAGE_SECTOR_CACHE_H_
 

@@ -48,9 +48,8 @@ bool Storage::LookUp(const EntryName& name, DirectoryEntry* found) {
   return false;
 }
 
-// Looks at the entries from left to right. Each is put on the path at most once before it is looked
-// at, so that a tree which runs into itself ends at the limit too. The index is that of a tree that
-// was seen whole.
+// Looks at the entries from left to right. Each entry goes on the path at most once before its
+// turn, so a tree with a loop ends at the limit too. Only a tree seen whole gets an index.
 bool Storage::GoThrough(const EntryName& name, DirectoryEntry* found) {
   std::array<uint32_t, kMaxSiblings> path;
   uint32_t depth = 0;

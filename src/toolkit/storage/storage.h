@@ -13,11 +13,11 @@ namespace fi::storage {
 
 class CompoundFile;
 
-// Entries of one storage that a search looks at. A balanced tree of that many has a depth of 11;
-// the limit is for files without order.
+// Entries of a storage that a search examines at most. A balanced tree of so many entries has a
+// depth of 11, so only files without order reach the limit.
 inline constexpr uint32_t kMaxSiblings = 1024;
 
-// Blocks of 4 KB that one search reads of directory and tables before it gives up.
+// Blocks of 4 KB that a search reads of directory and tables at most.
 inline constexpr uint32_t kMaxSearchLoads = 1024;
 
 class Storage final : public io::StorageView {

@@ -1,5 +1,5 @@
-// A handle on a stream of a compound file. It follows the stream's chain as far as it is read, and
-// reads from the file what was asked for, neighbouring sectors in one call.
+// A handle on a stream of a compound file. The handle follows the stream's chain only as far as its
+// caller reads. It reads the requested bytes from the file, neighbouring sectors in one call.
 #ifndef FI_TOOLKIT_STORAGE_STREAM_HANDLE_H_
 #define FI_TOOLKIT_STORAGE_STREAM_HANDLE_H_
 

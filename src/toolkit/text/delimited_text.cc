@@ -1,7 +1,7 @@
 // Delimited text as RFC 4180 writes it, with any of four delimiters: records of the same number of
-// fields, one a line, where a quoted field may hold delimiters and line ends. It has no signature,
-// so the records must agree, and what agrees by chance (sentences, code, lists, logs) is ruled out
-// by what its fields look like. docs/text.md has the figures.
+// fields, one a line, where a quoted field may hold delimiters and line ends. There is no
+// signature, so the records must agree. Texts that agree by chance (sentences, code, lists, logs)
+// are ruled out by the look of their fields. docs/text.md has the figures.
 #include "platform/delimited_text.h"
 
 #include "stream/id_stream.h"

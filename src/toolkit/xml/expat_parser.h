@@ -1,6 +1,6 @@
-// The tags of any XML document one after the other, over Expat: it is stopped behind each tag and
-// goes on when the next one is asked for, so that a document is parsed as far as its reader reads.
-// UTF-8, UTF-16 and encodings that ASCII is part of are known. Names and values are UTF-8.
+// The tags of any XML document one after the other, over Expat. The parser stops behind each tag
+// until the caller asks for the next, so a document is parsed only as far as its reader reads.
+// UTF-8, UTF-16 and supersets of ASCII are known. Names and values are UTF-8.
 #ifndef FI_TOOLKIT_XML_EXPAT_PARSER_H_
 #define FI_TOOLKIT_XML_EXPAT_PARSER_H_
 

@@ -1,5 +1,5 @@
-// Limits of the XML reader. What real packages hold stays far below them; a document beyond one
-// ends there as if it were broken, and what was read so far counts. Sizes are in bytes.
+// Limits of the XML reader. Real packages stay far below them. A document beyond a limit ends there
+// like a broken document: everything read before counts. Sizes are in bytes.
 #ifndef FI_TOOLKIT_XML_LIMITS_H_
 #define FI_TOOLKIT_XML_LIMITS_H_
 
@@ -39,16 +39,17 @@ inline constexpr uint32_t kMaxDepth = 1024;
 
 inline constexpr uint32_t kMaxNamespaceUri = 512;
 
-// Attributes of an element that are kept; further ones are as if they were not there. So is one
-// that does not fit into what is kept of an element's names and values.
+// Attributes kept of an element, and bytes kept of its names and values. Attributes beyond either
+// limit are ignored.
 inline constexpr uint32_t kMaxAttributes = 64;
 inline constexpr size_t kMaxTagText = 64 << 10;
 
 // Character data that is kept between two tags; the rest is cut off.
 inline constexpr size_t kMaxContent = 16 << 10;
 
-// A tag with the text before it, in a plain document; with a larger one it is not plain. A piece
-// that is not complete is scanned again when more has been read. It keeps to what is kept of tags.
+// The largest tag of a plain document, with the text before the tag; a document with a larger tag
+// is not plain. An incomplete piece is scanned again when more has been read. The limit stays below
+// the memory for names and values of a tag.
 inline constexpr size_t kMaxPlainPiece = 32 << 10;
 static_assert(kMaxPlainPiece + kMaxNamespaceUri <= kMaxTagText);
 

@@ -47,7 +47,7 @@ int DigitOf(char c) {
 // The name, and the prefix, of attributes that declare namespaces.
 constexpr std::string_view kDeclaration = "xmlns";
 
-// A prefix that always stands for one namespace, and may be declared for that one.
+// The prefix "xml" always stands for this namespace; a declaration may only repeat the pair.
 constexpr std::string_view kXmlPrefix = "xml";
 constexpr std::string_view kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
 
@@ -59,8 +59,9 @@ bool MayBeReserved(std::string_view uri) {
 
 }  // namespace
 
-// Where the scanner reads. What does not fit leaves it at the first byte that does not, so that a
-// document that ends there is told from one that goes on otherwise.
+// The place where the scanner reads. A failed Take leaves the cursor at the first byte without a
+// match. The end of the document there means that more must be read; any other byte leaves the
+// document to a full parser.
 class PlainScanner::Cursor {
  public:
   explicit Cursor(const char* at) : at_(at) {}
@@ -88,7 +89,7 @@ class PlainScanner::Cursor {
     return at_ != before;
   }
 
-  // One character of UTF-8 beyond ASCII, but none of those that XML has not.
+  // One character of UTF-8 beyond ASCII, if XML allows the character.
   bool TakeSequence() {
     const uint8_t lead = Byte(*at_);
     if (lead < 0xC2 || lead > 0xF4) return false;
@@ -342,7 +343,9 @@ bool PlainScanner::Resolve(Element* element) const {
 
 const PlainScanner::Binding* PlainScanner::FindBinding(std::string_view prefix) const {
   for (uint32_t i = bindingCount_; i > 0; --i) {
-    if (View(bindings_[i - 1].prefix) == prefix) return &bindings_[i - 1];
+    const Binding& binding = bindings_[i - 1];
+    if (binding.prefix.size != prefix.size()) continue;
+    if (View(binding.prefix) == prefix) return &binding;
   }
   return nullptr;
 }

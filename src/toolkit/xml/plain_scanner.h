@@ -1,7 +1,7 @@
-// Tags of XML as programs write it: UTF-8, elements in elements, attributes without line breaks. It
-// takes only what it can tell to be well-formed with namespaces; everything else (comments,
-// processing instructions, document types, faults) it leaves to a full parser, so that what it
-// delivers is what that would.
+// Tags of XML as programs write it: UTF-8, elements in elements, attributes without line breaks.
+// The scanner accepts only text that it can check to be well-formed with namespaces, and leaves the
+// rest (comments, processing instructions, document types, faults) to a full parser. Its results
+// equal those of the full parser.
 #ifndef FI_TOOLKIT_XML_PLAIN_SCANNER_H_
 #define FI_TOOLKIT_XML_PLAIN_SCANNER_H_
 
@@ -29,8 +29,8 @@ class PlainScanner {
   // Goes to the next tag: kDone. At all others there is no current tag. REQUIRES: SetDocument.
   Step NextTag();
 
-  // The character data between the current tag and the next one, where it stands as it is, and of
-  // which the first kMaxContent bytes are given. Never kEndOfData.
+  // The first kMaxContent bytes of the character data between the current tag and the next, if the
+  // data needs no decoding. Never kEndOfData.
   Step Text(std::string_view* text) const;
 
   // Of the current tag.
@@ -103,7 +103,7 @@ class PlainScanner {
   Range text_{};
   Element tag_{};
 
-  // Those of elements that are open, and of the tag that is being read.
+  // Depth, bindings and attributes of the open elements and of the current tag.
   size_t depth_ = 0;
   uint32_t bindingCount_ = 0;
   uint32_t attributeCount_ = 0;

@@ -91,8 +91,8 @@ std::string_view PullParser::Content() {
   return expat_ == nullptr ? std::string_view() : expat_->Content();
 }
 
-// Sees to it that what stopped the scanner does not: reads more, or lets Expat take over. False
-// when the result tells why there is no going on.
+// Lets the parser go on where the scanner stopped: reads more, or hands over to Expat. False when
+// neither is possible; the result has the reason.
 bool PullParser::GoOn(PlainScanner::Step step) {
   const size_t size = document_.size() == 0 ? 0 : document_.size() - 1;
   if (step == PlainScanner::Step::kMore && !isWhole_ && size < kMaxPlainDocument)

@@ -42,8 +42,9 @@ class PullParser {
     return tagIsPlain_ ? plain_.localName() : expat_->localName();
   }
 
-  // The value of the first attribute of that local name. `*place`, where it is not null, is where
-  // it has a place of its own of at least its size and one byte more, among TagSize() bytes.
+  // The value of the first attribute of that local name. `*place`, unless null, becomes an offset
+  // in a buffer of TagSize() bytes: there the value has its own room, of its size plus one byte at
+  // least.
   std::optional<std::string_view> Attribute(std::string_view localName, size_t* place = nullptr);
   size_t TagSize() const { return TagText().size(); }
 

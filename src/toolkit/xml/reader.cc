@@ -40,12 +40,15 @@ Reader* Of(UTXMLReader* reader) { return static_cast<Reader*>(reader->state); }
 void Name(const Reader& reader, UTXMLTag* tag) {
   const std::string_view name = reader.parser.localName();
   const std::string_view uri = reader.parser.namespaceUri();
+  // Most names of a map differ in their first byte.
+  const char first = name.empty() ? '\0' : name.front();
   for (size_t i = 0; i < reader.mapCount; ++i) {
     const TagMap& map = reader.maps[i];
     if (map.namespaceUri != uri) continue;
     for (uint32_t entry = 0; entry < map.count; ++entry) {
-      if (name != map.names[entry].localName) continue;
-      tag->id = map.names[entry].id;
+      const UTXMLTagName& known = map.names[entry];
+      if (*known.localName != first || name != known.localName) continue;
+      tag->id = known.id;
       tag->namespaceNumber = map.namespaceNumber;
       tag->attributeNamespaceNumber = map.attributeNamespaceNumber;
       return;

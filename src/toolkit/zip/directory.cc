@@ -31,8 +31,8 @@ bool EqualNames(std::string_view a, std::string_view b) {
                     [](char left, char right) { return Folded(left) == Folded(right); });
 }
 
-// Takes the numbers that stand elsewhere from the extra field of ZIP64, which has them in this
-// order. Those that it lacks stay.
+// Takes numbers too large for their fields from the extra field of ZIP64, which has them in this
+// order. Numbers missing there stay as they are.
 void ReadWide(const uint8_t* extra, uint32_t size, Entry* entry) {
   while (size >= 4) {
     const uint16_t id = LoadLE16(extra);

@@ -91,9 +91,9 @@ class Search {
            LoadLE32(signature.data()) == central::kSignature;
   }
 
-  // A directory is where its size says, in front of the record, or where its offset says. Where
-  // something follows the record, less is believed: a directory without entries has nothing to show
-  // for it, and a shifted one is that of a package nested in one that was cut off.
+  // A directory stands in front of the record by its size, or at its offset. Where bytes follow the
+  // record, two kinds are refused: a directory without entries proves nothing, and a shifted
+  // directory belongs to a package nested in a cut-off package.
   bool Place(const End& found, bool endsWithFile, DirectoryPlace* place) const {
     if (found.size == 0 && found.count == 0) {
       *place = {found.at, 0, 0};

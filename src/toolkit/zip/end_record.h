@@ -24,8 +24,8 @@ struct DirectoryPlace {
   uint64_t shift;  // to be added to the offsets in the directory
 };
 
-// Finds the end record that begins in `tail` and has a directory to it. Where several do, the last
-// one whose comment ends with the file, else the last one. False when there is none.
+// Finds an end record with a directory, beginning in `tail`. Of several the last record with a
+// comment that ends with the file counts, else the last. False without such a record.
 bool FindDirectory(const io::HandleReader& reader, const Tail& tail, DirectoryPlace* place);
 
 }  // namespace fi::zip

@@ -1,4 +1,4 @@
-// What a ZIP package view accepts and what it may cost.
+// Limits of a ZIP package view: sizes that it accepts, and costs.
 #ifndef FI_TOOLKIT_ZIP_LIMITS_H_
 #define FI_TOOLKIT_ZIP_LIMITS_H_
 
@@ -28,31 +28,31 @@ inline constexpr uint64_t kMaxDirectory = uint64_t{64} * 1024 * 1024;
 // listed without a name.
 inline constexpr uint32_t kMaxName = 511;
 
-// Packed bytes that are read at once: the local header with the beginning of the data, or a piece
-// of the data. Most members that identify a document are read whole by one.
+// Packed bytes of a single read: the local header with the beginning of the data, or a piece of the
+// data. Most members that identify a document fit into one read.
 inline constexpr uint32_t kInputBlock = 4096;
 
-// A deflated member of up to that many bytes is inflated at once and kept, so that a reader may
-// move in it freely; of a larger one, only what is read is inflated.
+// Inflated bytes of the largest member that a view inflates at once and keeps, so that a reader may
+// move freely. A larger member is inflated only as far as its reader reads.
 inline constexpr uint32_t kMaxKept = 4096;
 
 // Bytes of one deflated member that can be read. A probe reads kilobytes; a nested package, which
 // is read from its end, has to be inflated whole. That takes about 0.2 s.
 inline constexpr uint64_t kMaxInflated = uint64_t{64} * 1024 * 1024;
 
-// Bytes that one view inflates, those inflated again after a move backwards included: about half a
-// second of work, however a file makes its readers move.
+// Bytes that a view inflates, including repetitions after a move backwards: about half a second of
+// work, however a file makes its readers move.
 inline constexpr uint64_t kMaxInflatedByView = 3 * kMaxInflated;
 
-// Packed bytes that one view inflates, those inflated again included. Blocks without content cost
-// 50 ns a byte and yield nothing that the limits above would see; reading a deflated package from
-// its end takes four passes at most. A view in another container is not held by the size of a file,
-// since its bytes may be inflated themselves.
+// Packed bytes that a view inflates, including repetitions. Blocks without content cost 50 ns a
+// byte and yield nothing that the limits above would see; reading a deflated package from its end
+// takes four passes at most. A view in another container is not held by the size of a file, since
+// its bytes may be inflated themselves.
 inline constexpr uint64_t kMaxPasses = 4;  // over as many bytes as the file has
 inline constexpr uint64_t kFreeOfPasses = uint64_t{2} * 1024 * 1024;
 inline constexpr uint64_t kMaxPackedByNestedView = uint64_t{8} * 1024 * 1024;
 
-// Inflated bytes for each packed one, and how many can be read whatever the ratio. Text packs 5 to
+// Inflated bytes per packed byte, and inflated bytes that can be read at any ratio. Text packs 5 to
 // 20 times, sheets of equal rows up to 100; deflate itself ends at 1032.
 inline constexpr uint64_t kMaxRatio = 256;
 inline constexpr uint64_t kFreeOfRatio = uint64_t{1024} * 1024;
@@ -63,8 +63,8 @@ inline constexpr uint64_t kFreeOfRatio = uint64_t{1024} * 1024;
 inline constexpr uint32_t kMaxRebuilt = 4096;
 inline constexpr uint64_t kMaxRebuiltExamined = uint64_t{32} * 1024 * 1024;
 
-// Containers around a package, at most. A package in a package is what documents have; one more
-// level may be that of a compound file around them. Each multiplies what a read inside it costs.
+// Containers around a package, at most. Documents have a package in a package; a compound file
+// around them may be one more level. Each multiplies what a read inside it costs.
 inline constexpr uint32_t kMaxNesting = 3;
 
 }  // namespace fi::zip

@@ -1,8 +1,7 @@
-// Each header tells how many packed bytes follow it, and so where the next one is. A writer that
-// could not go back left the sizes to a descriptor behind the data (flag bit 3): deflated data ends
-// where it says so itself, stored data at a descriptor of the size that lies in front of it.
-// Headers themselves are not searched for, since what looks like one may be that of a package
-// inside.
+// Each header has the number of packed bytes behind it, and so gives the place of the next header.
+// A writer that could not go back left the sizes to a descriptor behind the data (flag bit 3):
+// deflated data marks its own end, and stored data ends at a descriptor with the size of the data
+// in front. The bytes are not searched for headers, since a package stored inside has headers too.
 
 #include "toolkit/zip/local_headers.h"
 

@@ -76,8 +76,8 @@ bool DeflatedHandle::Restart() {
   return inflater_ != nullptr;
 }
 
-// Stores the next bytes and returns their number, which is smaller only where the member, or what
-// may be read of it, ends.
+// Stores the next bytes and returns their number. Fewer than `size` only at the end of the member
+// or at the limit of readable bytes.
 uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   size = static_cast<uint32_t>(std::min<uint64_t>(size, view_.inflatable()));
   if (work() != nullptr && !ended_) {
@@ -101,6 +101,7 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
 }
 
 bool DeflatedHandle::SkipTo(uint64_t offset) {
+  if (at_ >= offset) return true;
   std::array<uint8_t, 8192> skipped;
   while (at_ < offset) {
     const auto piece = static_cast<uint32_t>(std::min<uint64_t>(skipped.size(), offset - at_));

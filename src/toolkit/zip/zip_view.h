@@ -1,6 +1,6 @@
 // The view of a file as a ZIP package: a handle whose open operation opens members by their names.
-// It reads the file through the handle that it is made of, and nothing but what a question needs:
-// the central directory, and of each member that is opened its local header with what follows it.
+// The view reads the file through the handle given, and only on demand: the central directory, and
+// for each opened member the local header with the data behind.
 #ifndef FI_TOOLKIT_ZIP_ZIP_VIEW_H_
 #define FI_TOOLKIT_ZIP_ZIP_VIEW_H_
 
