@@ -112,7 +112,8 @@ TEST(CompoundFile, SearchesEndAtTheLimitOfSiblings) {
     nodes.push_back(Stream({digits.begin(), digits.end()}, "x"));
   }
   std::string image = WriteCompoundFile(nodes);
-  const size_t sector = static_cast<uint8_t>(image[48]) | static_cast<uint8_t>(image[49]) << 8;
+  const size_t sector =
+      size_t{static_cast<uint8_t>(image[48])} | size_t{static_cast<uint8_t>(image[49])} << 8;
   const size_t directory = (sector + 1) * kSector;
   image.replace(directory + 76, 4, Word(1));
   for (uint32_t i = 1; i <= kLimit + 1; ++i) {
