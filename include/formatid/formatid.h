@@ -55,7 +55,7 @@ enum {
   /* Look further where the answer would be general (unknown, ZIP archive, Ogg or ISO media of some
    * kind, message item whose class is in UTF-16) or, with kFiTextFallback and kFiUseFlags, plain
    * text: more formats, whose identifiers are 3000 to 3999, and files of a known format that its
-   * signatures do not see, damaged ones among them. A specific answer is never changed. */
+   * signatures do not see, damaged ones among them. Corrects what is proven false. */
   kFiSupplement = 16,
 
   /* All that finds more: kFiTextFallback alone leaves three times as many files unknown. */

@@ -221,7 +221,8 @@ typedef struct FIResult {
   uint32_t status;
   uint16_t id;    /* kFormatUnknown: none */
   uint16_t basis; /* kFiBasisNone (platform.h) only for kFormatUnknown */
-  uint16_t row;   /* of the table of signatures that decided, from 1; 0: none */
+  uint16_t row;   /* of the table of signatures that decided, from 1; 0: none; of a correction the
+                   * identifier that it corrects (kFiBasisCorrection) */
   uint16_t extensionFit;
   const char* name;       /* "Portable Document Format (PDF)" */
   const char* mimeType;   /* "application/pdf"; empty: none is known */

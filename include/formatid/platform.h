@@ -115,6 +115,10 @@ enum {
   kFiBasisExtension = 4, /* the file name's extension, with no byte to support it */
   kFiBasisContent = 5,   /* a look inside by a probe made for the format or its container */
   kFiBasisText = 6,      /* the statistics of plain text */
+
+  /* Added to one of these with kFiSupplement: the content proves the answer of the fixed rules
+   * false. `signature` is then the identifier that they answer. */
+  kFiBasisCorrection = 256,
 };
 
 /* How an identification came to its answer. */

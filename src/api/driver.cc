@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "api/corrections.h"
 #include "api/extension.h"
 #include "api/password_relay.h"
 #include "api/protected_formats.h"
@@ -118,6 +119,19 @@ Answer Refine(SignatureRun& run, Answer answer) {
   return {answer.status, found.id, {found.basis, 0}, answer.decryption};
 }
 
+FormatId IdentifyWithoutName(const SignatureRun& run, const Behaviour& behaviour);
+
+// Looks further: into what a general answer stands for, or whether a specific one is false. The
+// evidence of a correction says what it corrects.
+Answer RefineOrCorrect(SignatureRun& run, const Answer& answer, const Behaviour& behaviour) {
+  if (IsGeneralAnswer(answer.id)) return Refine(run, answer);
+  const FixedAnswer fixed = {answer.id, answer.evidence.signature, behaviour, IdentifyWithoutName};
+  const FormatId id = CorrectionOf(run, fixed);
+  if (id == kNoMatch) return answer;
+  constexpr uint16_t kBasis = kFiBasisContent | kFiBasisCorrection;
+  return {answer.status, id, {kBasis, static_cast<uint16_t>(answer.id)}, answer.decryption};
+}
+
 // A file that is no storage and that no signature claimed: the text fallback and, where it is asked
 // for, the supplement. Delimited text is a specific answer, which the supplement must leave alone.
 // A file with a beginning that no text has is not read further for the text fallback.
@@ -135,7 +149,7 @@ Answer IdentifyRest(SignatureRun& run, const Behaviour& behaviour) {
   if (!behaviour.supplement) return answer;
   if (!IsGeneralAnswer(answer.id)) {
     kWalks.drop(run, further.id, "the text is delimited");
-    return answer;
+    return RefineOrCorrect(run, answer, behaviour);
   }
   return further ? AnswerOf(further) : Refine(run, answer);
 }
@@ -148,7 +162,7 @@ Answer IdentifyUnmatched(SignatureRun& run, const Behaviour& behaviour) {
     const uint32_t status = ClassifyCompoundDocument(run.stream, run.extension.data(), &id);
     if (id != kFormatUnknown && id != kNoMatch) {
       const Answer answer{status, id, {kFiBasisContent, 0}, status};
-      return behaviour.supplement ? Refine(run, answer) : answer;
+      return behaviour.supplement ? RefineOrCorrect(run, answer, behaviour) : answer;
     }
   }
   Answer answer;
@@ -191,10 +205,23 @@ Answer FinishMatch(SignatureRun& run, const WalkResult& match, bool isProtected,
     Rewind(handle);
   }
   if (behaviour.supplement) {
-    answer = Refine(run, answer);
+    answer = RefineOrCorrect(run, answer, behaviour);
     Rewind(handle);
   }
   return answer;
+}
+
+// What the content alone makes of the file. The answer may be corrected in its turn, but for those
+// by name.
+FormatId IdentifyWithoutName(const SignatureRun& run, const Behaviour& behaviour) {
+  SignatureRun unnamed;
+  unnamed.stream = run.stream;
+  unnamed.isStorage = run.isStorage;
+  unnamed.classId = run.classId;
+  const WalkResult match = WalkSignatures(unnamed);
+  const Answer answer = match.id == kNoMatch ? IdentifyUnmatched<kPlainWalks>(unnamed, behaviour)
+                                             : FinishMatch(unnamed, match, false, behaviour);
+  return answer.status == kFiOk ? answer.id : kNoMatch;
 }
 
 template <const Walks& kWalks>

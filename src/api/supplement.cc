@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "probes/media/iso_brands.h"
 #include "probes/media/ogg.h"
+#include "probes/media/riff.h"
 #include "probes/package/package_supplement.h"
 #include "probes/storage/message_class.h"
 #include "probes/storage/unknown_storages.h"
 #include "probes/text/plain_text.h"
+#include "probes/text/rare_text.h"
 #include "registry/format_ids.h"
 #include "stream/file_bytes.h"
 #include "tables/supplement_table.h"
@@ -23,19 +26,30 @@ SupplementAnswer Content(FormatId id) {
 
 SupplementAnswer RefineUnknown(SignatureRun& run, FormatId /*id*/) {
   if (run.isStorage) {
-    if (const FormatId id = ProbeUnknownStorage(run.stream, run.classId); id != kNoMatch) {
-      return Content(id);
-    }
+    const FormatId id = ProbeUnknownStorage(run.stream, run.classId);
+    return Content(id != kNoMatch ? id : kFormatUnknownCompoundFile);
   }
-  return Content(TextFormatProbe(run.stream, run.extension.data()));
+  const FormatId id = TextFormatProbe(run.stream, run.extension.data());
+  return Content(id != kNoMatch ? id : RareTextProbe(run.stream));
 }
 
-SupplementAnswer RefineText(SignatureRun& run, FormatId /*id*/) {
+SupplementAnswer RefineText(SignatureRun& run, FormatId id) {
+  if (id == kFormatPlainUtf16Text && IsMarkedUtf32(run.stream)) {
+    return Content(kFormatPlainUtf32Text);
+  }
   return Content(TextFormatProbe(run.stream, run.extension.data()));
 }
 
 SupplementAnswer RefineOgg(SignatureRun& run, FormatId /*id*/) {
   return Content(OtherOggCodecProbe(run.stream));
+}
+
+SupplementAnswer RefineIsoMedia(SignatureRun& run, FormatId /*id*/) {
+  return Content(IsoBrandProbe(run.stream));
+}
+
+SupplementAnswer RefineRiff(SignatureRun& run, FormatId /*id*/) {
+  return Content(OtherRiffFormProbe(run.stream));
 }
 
 SupplementAnswer RefineZip(SignatureRun& run, FormatId /*id*/) {
@@ -55,8 +69,9 @@ constexpr GeneralFormat kGeneral[] = {
     {kNoMatch, nullptr},
     {kFormatUnknown, RefineUnknown},
     {kFormatZip, RefineZip},
+    {kFormatRiff, RefineRiff},
     {kFormatOgg, RefineOgg},
-    {kFormatIsoMedia, nullptr},
+    {kFormatIsoMedia, RefineIsoMedia},
     {kFormatOutlookMessage, RefineItem},
     {kFormatOutlookItemTemplate, RefineItem},
     {kFormatPlainUtf16Text, RefineText},

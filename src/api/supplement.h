@@ -1,5 +1,5 @@
-// What the supplement makes of general answers, when a caller asks for it (kFiSupplement). It never
-// sees a specific answer.
+// What the supplement makes of general answers, when a caller asks for it (kFiSupplement). Specific
+// answers that the content proves false are for corrections.h.
 #ifndef FI_API_SUPPLEMENT_H_
 #define FI_API_SUPPLEMENT_H_
 

@@ -52,7 +52,7 @@ const char* FIStatusText(uint32_t status) noexcept {
 }
 
 const char* FIBasisText(uint16_t basis) noexcept {
-  switch (basis) {
+  switch (basis & ~uint32_t{kFiBasisCorrection}) {
     case kFiBasisNone:
       return "none";
     case kFiBasisSignature:

@@ -217,6 +217,10 @@ void Report::AppendJson(const RecordSource& source, std::string& out) const {
   out += MatchText(MatchExtension(source.path, facts));
   out += ",\"basis\":";
   AppendJsonText(BasisName(answer.basis), out);
+  if (answer.corrects != 0) {
+    out += ",\"corrects\":";
+    AppendNumber(answer.corrects, out);
+  }
   out += ",\"size\":";
   if (answer.size >= 0) {
     AppendNumber(answer.size, out);

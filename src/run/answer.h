@@ -36,7 +36,8 @@ struct Answer {
   AnswerStatus status = AnswerStatus::kUnknown;
   FIFormatFacts facts = {};  // texts are never null
   uint16_t basis = kFiBasisNone;
-  int64_t size = -1;  // bytes; -1: not known
+  FormatId corrects = 0;  // the answer of the fixed rules that the content proves false; 0: none
+  int64_t size = -1;      // bytes; -1: not known
   // Line of the password that opened it, from 1; 0: the default password did.
   int32_t passwordLine = kNoPassword;
   std::string error;                // empty unless the status is kProtected, kLimited or kError

@@ -24,6 +24,7 @@ void Reset(Answer& answer) {
   answer.status = AnswerStatus::kUnknown;
   answer.facts = kUnknownFacts;
   answer.basis = kFiBasisNone;
+  answer.corrects = 0;
   answer.size = -1;
   answer.passwordLine = kNoPassword;
   answer.error.clear();
@@ -64,7 +65,8 @@ void SetFormat(const FIResult& result, Answer& answer) {
   }
   if (result.id == kFormatUnknown) return;
   answer.status = AnswerStatus::kOk;
-  answer.basis = result.basis;
+  answer.basis = result.basis & 0xFF;
+  if ((result.basis & kFiBasisCorrection) != 0) answer.corrects = result.row;
   answer.facts = {result.id,       result.name,       result.category,
                   result.mimeType, result.extensions, result.puids};
   if (result.name[0] == '\0') answer.facts.name = "unnamed format";

@@ -18,7 +18,7 @@ constexpr std::string_view kRows[] = {
     "rw {'[Script Info]' | 'Scenarist_SCC'} -> 3217",  // subtitles: SubStation Alpha, Scenarist
     "rw '[Desktop Entry]' -> 3218",  // desktop entry
     "rw '$ANSIBLE_VAULT;' -> 3239",  // Ansible vault
-    "rw {'##fileformat=VCFv' | '##gff-version' | '@HD' 09 'VN:1.' | 'format-version: 1.'} -> 3381",  // VCF, GFF, SAM, OBO
+    "rw {'##fileformat=VCFv' | '##gff-version' | '@HD' 09 'VN:1.' | '@SQ' 09 'SN:' | '@RG' 09 'ID:' | '@PG' 09 'ID:' | 'format-version: 1.'} -> 3381",  // VCF, GFF, SAM, OBO
     "rw 'StartFontMetrics ' -> 3408",  // font metrics
     "rw '!Type:' {'Bank' | 'CCard' | 'Cash' | 'Inv' | 'Oth'} -> 3410",  // Quicken: kind of the account
     "rw '!Account' -> 3410",  // Quicken: list of accounts

@@ -53,6 +53,7 @@
 #include "probes/media/ac3.h"
 #include "probes/media/adts.h"
 #include "probes/media/asf.h"
+#include "probes/media/iso_brands.h"
 #include "probes/media/iso_media.h"
 #include "probes/media/matroska.h"
 #include "probes/media/mpeg_audio.h"
@@ -273,6 +274,7 @@ constexpr ProbeEntry kProbes[] = {
     {3247, OfStream<ThreeDStudioProbe>},
     {3250, OfStream<ShapefileProbe>},
     {3287, OfStream<ResourceForkProbe>},
+    {3435, OfStream<IsoBrandProbe>},
     {4050, OfStream<EncodedTextProbe>},
     {5004, OfStream<PictHeaderProbe>},
     {6100, OfStream<Ad1Probe>},

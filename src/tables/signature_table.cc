@@ -549,6 +549,14 @@ WalkResult WalkSignatures(SignatureRun& run) {
   return WalkTable(kSignatureTable, kSignatureIndex, run);
 }
 
+WalkResult WalkSignaturesBehind(SignatureRun& run, uint16_t row) {
+  for (size_t next = row; next < kSignatureRows; ++next) {
+    const uint8_t* program = kSignatureTable.bytes.data() + kSignatureTable.starts[next];
+    if (const FormatId id = RunProgram(program, run); id != kNoMatch) return Match(id, next);
+  }
+  return {};
+}
+
 WalkResult WalkSignaturesTraced(SignatureRun& run) {
   const WalkResult match = WalkTable<RunTracedProgram>(kSignatureTable, kSignatureIndex, run);
   TellRow(kSignatureTable, match, kFiCatalogue, run);

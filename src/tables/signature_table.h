@@ -27,6 +27,10 @@ WalkResult WalkSignatures(SignatureRun& run);
 WalkResult WalkSignaturesTraced(SignatureRun& run);
 uint16_t BasisOfRow(uint16_t row);
 
+// Walks the rows behind number `row`, each, without the index: for files that a row was wrong
+// about.
+WalkResult WalkSignaturesBehind(SignatureRun& run, uint16_t row);
+
 }  // namespace fi
 
 #endif  // FI_TABLES_SIGNATURE_TABLE_H_

@@ -105,12 +105,14 @@ constexpr std::string_view kRows[] = {
     "rw 'gimp xcf v' range3(30-39) 00 -> 3073",  // GIMP
     "rw 'SDPX' skip(4) 'V' -> 3074",  // DPX, big-endian
     "rw 'XPDS' skip(4) 'V' -> 3074",  // DPX, little-endian
-    "rw 'SIMPLE  =' range20(20-20) 'T' -> 3075",  // FITS: first card
+    "rw 'SIMPLE  =' range20(20-20) oneof(46,54) -> 3075",  // FITS: first card, F where the rest follows no standard
     "rw 'AT&TFORM' skip(4) 'DJV' range1(49-55) -> 3076",  // DjVu: DJVI, DJVM, DJVU
     "rw 'AT&TFORM' skip(4) 'THUM' -> 3076",  // DjVu thumbnails
     "rw 'SDJV' -> 3076",  // secure DjVu
     "rw 'FORM' skip(4) 'ILBM' -> 3077",  // IFF picture
     "rw 'FORM' skip(4) 'PBM ' -> 3077",  // IFF picture, chunky
+    "rw 'FORM' skip(4) {'ACBM' | 'DEEP' | 'RGB' oneof(38,4E)} -> 3077",  // IFF pictures of other kinds
+    "rw 'BA' skip(12) {'BM' | 'IC' | 'CI' | 'PT' | 'CP'} -> 3463",  // OS/2 bitmap array: kind of the first image
     "rw AB 'KTX 11' BB 0D 0A 1A 0A -> 3078",  // Khronos texture
     "rw AB 'KTX 20' BB 0D 0A 1A 0A -> 3078",  // Khronos texture, version 2
     "rw 01 DA oneof(00,01) oneof(01,02) 00 range1(01-03) -> 3080",  // SGI: storage, bytes a sample, dimensions
@@ -143,7 +145,7 @@ constexpr std::string_view kRows[] = {
     "rw 'RF64' skip(4) 'WAVE' -> 3090",  // WAVE of more than 4 GB
     "rw 'BW64' skip(4) 'WAVE' -> 3090",  // broadcast WAVE of more than 4 GB
     "rw 'FORM' skip(4) 'AIF' oneof(43,46) -> 3091",  // AIFF, AIFC
-    "rw '.snd' 00 00 range1(00-10) skip(5) 00 00 00 range1(01-1B) -> 3092",  // Sun audio: data offset, encoding
+    "rw '.snd' 00 skip(7) 00 00 00 range1(01-1B) -> 3092",  // Sun audio: data offset below 16 MB, encoding
     "rw 'fLaC' oneof(00,80) 00 00 22 -> 3093",  // FLAC: stream information of 34 bytes
     "rw 'ID3' range1(02-04) -> probe 3094",  // MPEG audio behind a tag
     "rw FF oneof(F0,F1) -> probe 3095",  // AAC, MPEG-4
@@ -165,6 +167,12 @@ constexpr std::string_view kRows[] = {
     "rw 'IMPM' at(29) 00 -> 3106",  // Impulse Tracker: the end of the name
     "rw 'TTA1' {range1(01-03) 00 | end} -> 3107",  // True Audio: coding of the samples
     "rw 'FORM' skip(4) '8SVX' -> 3108",  // IFF sound
+    "rw 'FORM' skip(4) '16SV' -> 3108",  // IFF sound, 16 bits
+    "rw 'FORM' skip(4) 'ANIM' -> 3464",  // IFF animation
+    "rw 'FORM' skip(4) 'SMUS' -> 3465",  // IFF score
+    "rw '.ra' FD 00 range1(03-05) -> 3467",  // RealAudio 3 to 5
+    "rw 'TTA2' range1(01-03) 00 -> 3107",  // True Audio 2: coding of the samples
+    "rw 'DTSHDHDR' 00 -> 3462",  // DTS-HD: header of the file
     "rw 'Extended Module: ' -> 3120",  // FastTracker 2 module (XM)
     "rw {'MTM' range1(10-1F) | 'OKTASONG' | 'FAR' FE | 'GDM' FE | 'MMD' range1(30-33) 00 "
         "| 'MAS_UTrack_V00' | 'DBM0' | 'ASYLUM Music Format'} -> 3123",  // Module of another tracker (MTM, OKT, STM, MED, FAR, ULT)
@@ -219,7 +227,6 @@ constexpr std::string_view kRows[] = {
     "rw 00 01 00 00 'Standard ACE DB' 00 range1(04-06) -> 3154",  // Access, versions of ACE that the catalogue does not know
     "rw {range1(CD-CF) 9A 57 13 | 13 57 9A range1(CD-CF)} -> 3156",  // GNU dbm database
     "rw {00 01 00 00 00 02 00 01 00 05 00 02 00 02 C0 | C0 'HBAM7'} -> 3157",  // FileMaker Pro: the head of its first block, or the mark behind it where the head is cut off
-    "rw 00 skip(3) 00 00 {ext('FPT') | ext('DCT')} -> 3158",  // dBASE or FoxPro memo
     "rw 'OFXHEADER' oneof(3A,3D) -> 3219",  // Open Financial Exchange data
     "rw '7' 7F 06 oneof(82,83) 00 '-' E2 18 -> 3299",  // SQLite write-ahead log
     "rw 93 'NUMPY' range1(01-03) 00 -> 3368",  // NumPy array (NPY)
@@ -270,6 +277,7 @@ constexpr std::string_view kRows[] = {
     "rw 03 D9 A2 9A range1(65-67) FB 4B B5 -> 3228",  // KeePass
     "rw 'LUKS' BA BE 00 oneof(01,02) -> 3229",  // LUKS
     "rw FE ED FE ED 00 00 00 oneof(01,02) -> 3230",  // Java keystore
+    "rw CE CE CE CE 00 00 00 oneof(01,02) -> 3460",  // Java keystore (JCEKS)
     "rw 00 00 00 20 01 01 00 skip(1) 'KBXf' -> 3237",  // OpenPGP keybox
     "rw '.pfile' range1(02-05) 00 00 00 -> 3238",  // Rights-managed protected file (PFILE)
 
@@ -298,7 +306,7 @@ constexpr std::string_view kRows[] = {
     "rw 9C CB CB 8D 13 'u' D2 11 91 'X' 00 C0 'OyV' A4 -> 3285",  // Windows address book
     "rw 00 00 00 01 'Bud1' -> 3286",  // macOS folder settings
     "rw 'TZif' {00 | range1(32-34)} -> 3288",  // Compiled time zone
-    "rw {DE 12 04 95 00 | 95 04 12 DE} 00 -> 3289",  // Compiled message catalogue (MO)
+    "rw {DE 12 04 95 oneof(00,01) | 95 04 12 DE} 00 -> 3289",  // Compiled message catalogue (MO)
     "rw '<' B8 'd' 18 CA EF 9C 95 -> 3290",  // Qt translation
     "rw 'LPKSHHRH' -> 3291",  // Journal of systemd
     "rw {'DIRC' 00 00 00 range1(02-04) | '# v2 git bundle' 0A | '# v3 git bundle' 0A} -> 3292",  // Git index or bundle
@@ -347,7 +355,9 @@ constexpr std::string_view kRows[] = {
     "at(83) range1(00-04) -> probe 3244",  // STL, binary: below 84 million triangles
     "{at(512) | at(1024) | at(2048)} 89 'HDF' -> probe 3147",  // HDF5 behind a user block
     "at(4) 'jP  ' 0D 0A 87 0A -> 1646",  // JPEG 2000 of another brand
-    "at(4) 'ftyp' -> 1723",  // ISO media whose first box is damaged
+    "at(4) {'ftyp' | 'styp'} -> probe 3435",  // ISO media by brand
+    "at(4) 'ftyp' -> 1723",  // ISO media of no known brand
+    "at(4) 'n' {'+' | 'i'} '2' 00 0D 0A 1A 0A -> 3379",  // NIfTI-2
     "at(4) EF CD AB 89 -> 3277",  // Extensible storage engine
     "at(4) 'TFL3' -> 3370",  // TensorFlow Lite
     "at(4) F8 'ro' {BA | BB} -> 3401",  // MLP, Dolby TrueHD: major synchronisation
@@ -364,7 +374,8 @@ constexpr std::string_view kRows[] = {
     "at(256) {'SEGA MEGA DRIVE' | 'SEGA GENESIS'} -> 3364",  // Mega Drive: system
     "at(260) CE ED 66 66 CC 0D 00 0B -> 3364",  // Game Boy: logo
     "at(344) 'n' {'+' | 'i'} '1' 00 -> 3379",  // NIfTI: header and image in one file, or in two
-    "at(1080) {'M.K.' | 'M!K!' | 'FLT4' | '4CHN' | '6CHN' | '8CHN'} -> 3122",  // ProTracker, by the number of channels
+    "at(1080) {'M.K.' | 'M!K!' | 'M&K!' | 'N.T.' | 'FLT' oneof(34,38) | 'OCTA' | 'OKTA' | 'CD81' | 'TDZ' range1(31-33) "
+        "| range1(31-39) 'CHN' | range1(31-33) range1(30-39) 'C' oneof(48,4E)} -> 3122",  // ProTracker, by the number of channels
     "at(4) oneof(11,12) AF at(132) oneof(00,FA) F1 -> 3126",  // Autodesk animation: kind, and kind of the first frame
     "atend(-512) 'koly' -> probe 3041",  // Apple disk image
     "atend(-512) 'conectix' -> probe 3042",  // VHD, fixed
@@ -403,6 +414,7 @@ constexpr std::string_view kRows[] = {
     "rw 28 B5 2F FD -> 3021",  // Zstandard
     "rw '<!DOCTYPE ' ci(HTML) -> 3203",  // HTML
     "rw '[' ci(AUTORUN) ']' -> 3419",  // settings of removable media
+    "rw 'FORM' 00 skip(3) range4(20-5A) -> 3466",  // IFF of another kind: below 16 MB
     "rw 'ARROW1ARROW1' -> 3146",  // Arrow of nothing
     "rw 'Kaydara FBX Binary  ' -> 3246",  // FBX
     "rw '{' 5C 'pwi' -> 1177",  // Pocket Word
@@ -416,10 +428,12 @@ constexpr std::string_view kRows[] = {
     "rw 1A 'E' DF A3 ext('MK') -> 3111",  // Matroska
     "rw 'ITSF' oneof(00,03) -> 2403",  // compiled HTML help
     "rw 'EVF' 09 0D 0A FF 00 -> 6108",  // EnCase image
+    "atend(-22) 'PK' 05 06 -> 1802",  // ZIP, the last of several volumes
     "rw {range1(02-05) | range1(30-32) | range1(7B-FB) | oneof(43,63)} ext('DBF') skip(1) "
         "range1(01-0C) range1(01-1F) -> 3141",  // dBASE, by the date
     "rw 02 ext('DBF') skip(2) range1(01-0C) -> 3141",  // dBASE II, by the date
-    "ext('DBT') rw skip(3) 00 -> 3158",  // dBASE memo: fewer than 16 million blocks
+    "rw 00 skip(3) 00 00 {ext('FPT') | ext('DCT')} -> 3158",  // dBASE or FoxPro memo
+    "ext('DBT') rw skip(2) 00 00 -> 3158",  // dBASE memo: fewer than 65,536 blocks
     "{ext('CDX') | ext('DCX')} at(12) 0A 00 oneof(60,E0) 01 -> 3159",  // FoxPro index: keys of ten characters, its kind
     "-> probe 3040",  // ISO 9660, UDF: 32 KB into the file
 
@@ -428,6 +442,7 @@ constexpr std::string_view kRows[] = {
     "at(3) 'EXFAT   ' -> 3059",  // exFAT
     "at(512) 'EFI PART' -> 3297",  // GUID partition table: header
     "at(1024) {'H+' 00 04 | 'HX' 00 05} -> 3296",  // HFS Plus, HFSX: signature and version
+    "rw range1(E9-EB) at(11) 00 range1(02-10) range1(01-80) range1(01-20) 00 range1(01-02) at(21) range1(F0-FF) -> 3059",  // FAT without the name of its kind: sizes of a sector and a cluster, reserved sectors, tables, medium
     "rw {EB | E9} at(510) 55 AA {at(54) 'FAT1' | at(82) 'FAT32'} -> 3059",  // FAT: jump, mark of a boot sector, kind as DOS 4 and later write it
     // ext2 to ext4: the mark is of two bytes, so that the state, what to do on errors, the size of a
     // block (1 KB to 64 KB), the revision and the number of inodes must be in range too.

@@ -98,8 +98,12 @@ TEST_F(CorpusTest, SupplementKeepsSpecificAnswers) {
       FormatId base = 0;
       FormatId id = 0;
       const uint32_t status = FIIdHandle(handle.get(), flags, &base);
-      EXPECT_EQ(FIIdHandle(handle.get(), flags | kFiSupplement, &id), status) << file.path;
-      EXPECT_TRUE(id == base || IsGeneralAnswer(base)) << file.path << ' ' << id;
+      FIEvidence evidence{};
+      EXPECT_EQ(FIIdHandleEvidence(handle.get(), flags | kFiSupplement, &id, &evidence), status)
+          << file.path;
+      const bool isCorrected = (evidence.basis & kFiBasisCorrection) != 0;
+      EXPECT_TRUE(id == base || isCorrected || IsGeneralAnswer(base)) << file.path << ' ' << id;
+      EXPECT_TRUE(!isCorrected || evidence.signature == base) << file.path;
       named += id != base ? 1 : 0;
     }
   }

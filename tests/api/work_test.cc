@@ -15,6 +15,7 @@
 #include "tests/support/hostile_files.h"
 #include "tests/support/identify_work.h"
 #include "tests/support/iwork_writer.h"
+#include "tests/support/open_handle.h"
 #include "tests/support/samples.h"
 #include "tests/support/zip_writer.h"
 
@@ -91,6 +92,9 @@ bool Cancels(void* count) { return --*static_cast<int*>(count) < 0; }
 TEST(WorkLimits, EachEndsTheWork) {
   const std::string archive =
       WriteIworkArchive(std::string("\x07\x12\x05\x08\x90\x4E\x18\x00", 8), 9);
+  // Its directory lies behind what may be inflated: the reader moves there, and asks once.
+  const std::string padded =
+      ZipWriter().Add("pad", Pattern(20'000, 1), {.method = 0}).Add("b", "b").Finish();
   const std::string compound = ToAndFroCompoundFile(2040);
   const struct {
     WorkLimit limit;
@@ -101,6 +105,7 @@ TEST(WorkLimits, EachEndsTheWork) {
       {WorkLimit::kReads, Word(), [](WorkLimits* l) { l->reads = 2; }},
       {WorkLimit::kBytesInflated, Word(), [](WorkLimits* l) { l->bytesInflated = 40; }},
       {WorkLimit::kBytesInflated, Archive(archive, 0), [](WorkLimits* l) { l->bytesInflated = 0; }},
+      {WorkLimit::kBytesInflated, Nested(padded), [](WorkLimits* l) { l->bytesInflated = 5000; }},
       {WorkLimit::kSteps, Word(), [](WorkLimits* l) { l->steps = 3; }},
       {WorkLimit::kSteps, compound, [](WorkLimits* l) { l->steps = 900; }},
       {WorkLimit::kMemory, Word(), [](WorkLimits* l) { l->memory = 10; }},

@@ -66,7 +66,8 @@ FormatId DerObjectProbe(IdentificationStream* stream) {
   if (id == kNoMatch || !whole->length) return id;
   const uint64_t size = FileSize(stream);
   const uint64_t end = whole->content + *whole->length;
-  return end <= size && size - end <= kLineEnd ? id : kNoMatch;
+  // What stands behind a PKCS #12 object is left alone by what reads it.
+  return end <= size && (size - end <= kLineEnd || id == kFormatPkcs12) ? id : kNoMatch;
 }
 
 }  // namespace fi

@@ -32,12 +32,31 @@ uint32_t FrameLength(const Header& header) {
   return 2 * rate * (sampling == 0 ? 2 : 3);
 }
 
+constexpr uint32_t kNewestEnhanced = 16;
+
+// Enhanced AC-3: the frame's length in words less one stands behind the kind of the stream.
+FormatId EnhancedProbe(IdentificationStream* stream, const Header& first) {
+  constexpr uint32_t kReservedKind = 3;
+  constexpr uint32_t kShortest = 64;
+  const uint32_t length = ((first.WordBE(2) & 0x7FF) + 1) * 2;
+  if (first.WordBE(0) != kSync || first.Byte(2) >> 6 == kReservedKind || length < kShortest) {
+    return kNoMatch;
+  }
+  if (FileSize(stream) == length) return kFormatEnhancedAc3;
+  const Header second(stream, length);
+  const bool same = second.WordBE(0) == kSync && second.Byte(5) >> 3 == first.Byte(5) >> 3;
+  return same ? kFormatEnhancedAc3 : kNoMatch;
+}
+
 }  // namespace
 
 FormatId Ac3Probe(IdentificationStream* stream) {
   const Header first(stream, 0);
+  const uint32_t version = first.Byte(5) >> 3;
+  if (version > kNewestVersion && version <= kNewestEnhanced) return EnhancedProbe(stream, first);
   const uint32_t length = FrameLength(first);
   if (length == 0) return kNoMatch;
+  if (FileSize(stream) == length) return kFormatAc3;
   const Header second(stream, length);
   const bool same = (first.Byte(4) ^ second.Byte(4)) >> 6 == 0 && first.Byte(5) == second.Byte(5);
   return same && FrameLength(second) != 0 ? kFormatAc3 : kNoMatch;

@@ -148,6 +148,7 @@ FormatId OtherOggCodecProbe(IdentificationStream* stream) {
                  "\x7F"
                  "FLAC"))
     return kFormatOggFlac;
+  if (page.Holds(packet, "\x80theora")) return kFormatOggTheora;
   return page.Holds(packet, "Speex   ") ? kFormatSpeex : kNoMatch;
 }
 

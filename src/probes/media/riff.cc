@@ -56,4 +56,20 @@ FormatId RiffProbe(IdentificationStream* stream) {
   return id != kFormatRiff && !IsText(header.View().substr(4, 4)) ? id : kNoMatch;
 }
 
+FormatId OtherRiffFormProbe(IdentificationStream* stream) {
+  constexpr struct {
+    std::string_view form;
+    FormatId id;
+  } kOthers[] = {
+      {"CDDA", kFormatCompactDiscTrack}, {"CDXA", kFormatVideoCdTrack},
+      {"CMX1", kFormatCorelExchange},    {"DLS ", kFormatDownloadableSounds},
+      {"PAL ", kFormatRiffPalette},      {"WEBP", kFormatWebP},
+  };
+  const Header header(stream, 0);
+  for (const auto& entry : kOthers) {
+    if (header.Holds(kFormOffset, entry.form)) return entry.id;
+  }
+  return kNoMatch;
+}
+
 }  // namespace fi

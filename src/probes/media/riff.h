@@ -12,6 +12,9 @@ namespace fi {
 // the four letters have matched.
 FormatId RiffProbe(IdentificationStream* stream);
 
+// The identifier of a form that the fixed rules leave at "RIFF file", or kNoMatch.
+FormatId OtherRiffFormProbe(IdentificationStream* stream);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_MEDIA_RIFF_H_

@@ -34,6 +34,7 @@ constexpr MemberRule kMemberRules[] = {
     {kFormatAndroidPackage, "AndroidManifest.xml", "", "classes.dex", ""},
     {kFormatAndroidPackage, "AndroidManifest.xml", "", "resources.arsc", ""},
     {kFormatAndroidLibrary, "AndroidManifest.xml", "", "classes.jar", ""},
+    {kFormatAndroidPackage, "AndroidManifest.xml", {"\x03\0\x08\0", 4}, "", ""},  // compiled
     {kFormatAndroidAppBundle, "BundleConfig.pb", "", "", ""},
     {kFormatAirApplication, "META-INF/AIR/application.xml", "", "", ""},
     {kFormatVisualStudioExtension, "extension.vsixmanifest", "", "", ""},
@@ -131,7 +132,6 @@ constexpr NameRule kNameRules[] = {
     {kFormatUsdz, Place::kFirst, "", "", ".usdc", ""},
     {kFormatUsdz, Place::kFirst, "", "", ".usda", ""},
     {kFormatUsdz, Place::kFirst, "", "", ".usd", ""},
-    {kFormatNuGetPackage, Place::kInRoot, "", "", ".nuspec", ""},
     {kFormatMuseScore, Place::kInRoot, "", "", ".mscx", ""},
     {kFormatTableauWorkbook, Place::kInRoot, "", "", ".twb", ""},
     {kFormatQgisProject, Place::kInRoot, "", "", ".qgs", ""},
@@ -195,6 +195,11 @@ FormatId FirstThatFits(IOHandle* package, const MemberRule (&rules)[count]) {
   return kNoMatch;
 }
 
+// A package of NuGet follows the conventions of OPC, where any ZIP may hold a specification.
+FormatId FormatOfSpecification(IOHandle* package) {
+  return HasMember(package, "[Content_Types].xml") ? kFormatNuGetPackage : kNoMatch;
+}
+
 }  // namespace
 
 FormatId FormatOfMembers(IOHandle* package) { return FirstThatFits(package, kMemberRules); }
@@ -211,6 +216,9 @@ FormatId FormatOfNames(IOHandle* package) {
     if (!io::GetInfo(package, kIoInfoMemberName, &member) || member.name == nullptr) break;
     const std::string_view name = member.name;
     onlyArrays = onlyArrays && name.ends_with(".npy");
+    if (name.ends_with(".nuspec") && name.find('/') == std::string_view::npos) {
+      if (const FormatId id = FormatOfSpecification(package); id != kNoMatch) return id;
+    }
     for (const NameRule& rule : kNameRules) {
       if (Fits(package, name, index == 0, rule, &siblings)) return rule.id;
     }

@@ -39,6 +39,12 @@ class Plot {
  public:
   explicit Plot(std::string_view text) : rest_(text) {}
 
+  // Whether the text begins with a command, of which what follows is no word.
+  bool BeginsWithCommand() {
+    std::string_view command;
+    return NextCommand(&command) && !IsLetter(Front());
+  }
+
   // Whether the text is a plot as far as it goes.
   bool IsSound() {
     std::string_view first;
@@ -167,6 +173,17 @@ FormatId HpGlProbe(IdentificationStream* stream, const char* extension) {
   if (!MayBegin(FirstByte(stream))) return kNoMatch;
   const FileBytes<kWindow> bytes(stream, 0);
   return Plot(bytes.View()).IsSound() ? kFormatHpGl : kNoMatch;
+}
+
+bool BeginsPlot(IdentificationStream* stream) {
+  const FileBytes<kWindow> bytes(stream, 0);
+  return Plot(bytes.View()).BeginsWithCommand();
+}
+
+bool IsPlotBehindEndOfText(IdentificationStream* stream) {
+  if (FirstByte(stream) != static_cast<uint8_t>(kEndOfText)) return false;
+  const FileBytes<kWindow> bytes(stream, 0);
+  return Plot(bytes.View()).IsSound();
 }
 
 }  // namespace fi

@@ -13,6 +13,12 @@ namespace fi {
 // has none: what is named PGL, HPG or HGL has an identifier of its own, whatever it holds.
 FormatId HpGlProbe(IdentificationStream* stream, const char* extension);
 
+// Whether the file begins with a command of the language, as far as one command can tell.
+bool BeginsPlot(IdentificationStream* stream);
+
+// Whether it is a plot behind the character that ends a label (03), which some drivers send first.
+bool IsPlotBehindEndOfText(IdentificationStream* stream);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_PRINT_HPGL_H_

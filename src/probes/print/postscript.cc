@@ -13,6 +13,9 @@ FormatId PostScriptProbe(std::string_view text) {
   const bool behindJob = text.starts_with(kEndOfJob);
   if (behindJob) text.remove_prefix(1);
   if (text.starts_with("%!FontType1-")) return kFormatPostScriptPlain;
+  if (text == "%!" || text.starts_with("%!\n") || text.starts_with("%!\r")) {
+    return kFormatPostScriptPlain;
+  }
   if (!text.starts_with("%!PS")) return kNoMatch;
   if (!text.starts_with("%!PS-Adobe")) return kFormatPostScriptPlain;
   return behindJob ? kFormatPostScript : kNoMatch;

@@ -36,7 +36,27 @@ FormatId ByBuild(IdentificationStream* book) {
   }
 }
 
+constexpr uint32_t kVersionAt = 4;
+constexpr int32_t kBiff8 = 0x0600;
+
+// The version of the stream's first record; negative where there is none.
+int32_t VersionOf(IOHandle* document, const char* lower, const char* upper) {
+  for (const char* name : {lower, upper}) {
+    const ChildStream book(document, name, kOpenWorkbook);
+    if (!book) continue;
+    (void)IdStreamSeek(book.get(), kVersionAt, kIoFromStart);
+    return IdStreamGetWordLE(book.get());
+  }
+  return -1;
+}
+
 }  // namespace
+
+bool IsBiff8Workbook(IOHandle* document) {
+  const int32_t older = VersionOf(document, "Book", "BOOK");
+  if (older >= 0) return older == kBiff8;
+  return VersionOf(document, "Workbook", "WORKBOOK") == kBiff8;
+}
 
 FormatId ProbeWorkbook(IdentificationStream* stream) {
   if (!IsStorage(stream->handle)) return kFormatExcel97;

@@ -12,6 +12,10 @@ namespace fi {
 // compound document. kNoMatch when the document has no workbook stream.
 FormatId ProbeWorkbook(IdentificationStream* stream);
 
+// Whether the document holds a workbook of Excel 97 or later, and none of an older version beside
+// it.
+bool IsBiff8Workbook(IOHandle* document);
+
 }  // namespace fi
 
 #endif  // FI_PROBES_STORAGE_WORKBOOK_H_

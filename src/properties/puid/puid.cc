@@ -32,6 +32,7 @@ constexpr FormatId kOpen[] = {
     kFormatRiff,
     kFormatOgg,
     kFormatUnknown,
+    kFormatUnknownCompoundFile,
     kFormatMxf,
     kFormatMobipocketKindleBook,
     kFormatXml,

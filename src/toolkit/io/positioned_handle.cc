@@ -78,6 +78,8 @@ int32_t PositionedHandle::ReadCounted(uint8_t* buffer, uint32_t size, uint32_t* 
   work.EndRead(*count);
   fi::Tell(&work,
            {.kind = kFiTraceRead, .offset = static_cast<uint64_t>(position_), .count = *count});
+  // A reader may take what is cut for the end of the data and not ask again.
+  if (allowed < size && *count == allowed) work.Stop(WorkLimit::kBytesRead);
   return result;
 }
 

@@ -80,6 +80,7 @@ bool DeflatedHandle::Restart() {
 // or at the limit of readable bytes.
 uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
   size = static_cast<uint32_t>(std::min<uint64_t>(size, view_.inflatable()));
+  const uint32_t wanted = size;
   if (work() != nullptr && !ended_) {
     size = static_cast<uint32_t>(std::min<uint64_t>(size, work()->Inflatable()));
   }
@@ -97,6 +98,8 @@ uint32_t DeflatedHandle::Inflate(uint8_t* buffer, uint32_t size) {
     view_.CountInflated(step.consumed, step.produced);
   }
   at_ += count;
+  // A reader may take what is cut for the end of the data and not ask again.
+  if (size < wanted && count == size) work()->Stop(WorkLimit::kBytesInflated);
   return count;
 }
 
