@@ -1,4 +1,4 @@
-// Limits of the package reader. Parts and entries beyond a limit are ignored. Parts are XML
+// Limits of the package reader. Relationships and targets beyond a limit are ignored. Parts are XML
 // documents, whose own limits stand in toolkit/xml/limits.h.
 #ifndef FI_TOOLKIT_OPC_LIMITS_H_
 #define FI_TOOLKIT_OPC_LIMITS_H_
