@@ -36,10 +36,11 @@ bool BeginsUtf16(const char* bytes) {
 bool MayBegin(std::string_view name, const char* at) {
   const char first = name.front();
   const char last = name.back();
+  const char* const before = at - 1;
   const char* const end = at + name.size() - 1;
   uint8_t met = 0;
   for (size_t i = 0; i < kBlock; ++i) {
-    const int mark = (at[i - 1] == ':') | (at[i - 1] == '<');
+    const int mark = (before[i] == ':') | (before[i] == '<');
     met |= static_cast<uint8_t>(mark & (at[i] == first) & (end[i] == last));
   }
   return met != 0;
