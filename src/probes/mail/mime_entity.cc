@@ -20,7 +20,7 @@ std::string_view Field(std::string_view text) {
     const size_t lineEnd = text.find('\n', end);
     if (lineEnd == std::string_view::npos) return text;
     end = lineEnd + 1;
-    if (end == text.size() || !IsBlank(text[end])) break;
+    if (end == text.size() || !IsSpaceOrTab(text[end])) break;
   }
   return text.substr(0, end);
 }
