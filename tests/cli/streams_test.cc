@@ -11,8 +11,8 @@
 #include <thread>
 #include <vector>
 
-#include "run/output.h"
 #include "run/input/path_list.h"
+#include "run/output.h"
 
 namespace fi::app {
 namespace {
